@@ -1,0 +1,148 @@
+#include "clipboard/ClipboardArchive.h"
+
+#include "model/Json.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include <sqlite3.h>
+
+#include <sys/stat.h>
+
+namespace {
+
+constexpr int openFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX; // 0x10006
+
+// One prepared statement, finalised when it leaves scope.
+class Statement
+{
+public:
+    Statement(sqlite3* db, const char* sql)
+    {
+        if (sqlite3_prepare_v2(db, sql, -1, &m_statement, nullptr) != SQLITE_OK) {
+            sqlite3_finalize(m_statement);
+            throw ClipboardArchive::Failure();
+        }
+    }
+    ~Statement() { sqlite3_finalize(m_statement); }
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+
+    // Text goes in with its explicit byte length so an embedded NUL survives.
+    void bindText(int index, const QByteArray& utf8)
+    {
+        if (utf8.size() > std::numeric_limits<int>::max()
+            || sqlite3_bind_text(m_statement, index, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT) != SQLITE_OK)
+            throw ClipboardArchive::Failure();
+    }
+    void bindDouble(int index, double value)
+    {
+        if (sqlite3_bind_double(m_statement, index, value) != SQLITE_OK)
+            throw ClipboardArchive::Failure();
+    }
+    // Steps once and requires the statement to finish.
+    void finish()
+    {
+        if (sqlite3_step(m_statement) != SQLITE_DONE)
+            throw ClipboardArchive::Failure();
+    }
+    sqlite3_stmt* get() const { return m_statement; }
+
+private:
+    sqlite3_stmt* m_statement = nullptr;
+};
+
+} // namespace
+
+QString ClipboardArchive::localPath()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Brenlow/clipboard.sqlite");
+}
+
+ClipboardArchive::ClipboardArchive(const std::optional<QString>& path)
+{
+    QByteArray location = ":memory:";
+    if (path) {
+        const QString folder = QFileInfo(*path).absolutePath();
+        // A folder we create is private; an existing one keeps the mode its owner chose.
+        if (!QFileInfo::exists(folder)
+            && (!QDir().mkpath(folder) || ::chmod(QFile::encodeName(folder).constData(), 0700) != 0))
+            throw Failure();
+        location = QFile::encodeName(*path);
+    }
+    sqlite3* db = nullptr;
+    if (sqlite3_open_v2(location.constData(), &db, openFlags, nullptr) != SQLITE_OK) {
+        sqlite3_close(db);
+        throw Failure();
+    }
+    m_storage = db;
+    try {
+        execute("PRAGMA secure_delete=ON");
+        execute("PRAGMA synchronous=FULL");
+        execute("CREATE TABLE IF NOT EXISTS clips (id TEXT PRIMARY KEY, text TEXT NOT NULL UNIQUE, date REAL NOT NULL)");
+        if (path && ::chmod(location.constData(), 0600) != 0)
+            throw Failure();
+    } catch (...) {
+        sqlite3_close(m_storage);
+        m_storage = nullptr;
+        throw;
+    }
+}
+
+ClipboardArchive::~ClipboardArchive()
+{
+    sqlite3_close(m_storage);
+}
+
+QList<Clip> ClipboardArchive::load() const
+{
+    Statement statement(m_storage, "SELECT id,text,date FROM clips ORDER BY date DESC,rowid DESC");
+    QList<Clip> clips;
+    for (;;) {
+        const int result = sqlite3_step(statement.get());
+        if (result == SQLITE_DONE)
+            break;
+        if (result != SQLITE_ROW)
+            throw Failure();
+        const auto* idText = reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0));
+        const auto id = idText ? Json::decodeUuid(QString::fromLatin1(idText)) : std::nullopt;
+        const void* bytes = sqlite3_column_blob(statement.get(), 1);
+        const int length = sqlite3_column_bytes(statement.get(), 1);
+        if (!id || !bytes || length <= 0)
+            throw Failure();
+        // fromUtf8 replaces invalid sequences with U+FFFD.
+        QString text = QString::fromUtf8(static_cast<const char*>(bytes), length);
+        clips.append(Clip{*id, std::move(text), Json::decodeDate(sqlite3_column_double(statement.get(), 2))});
+    }
+    return clips;
+}
+
+void ClipboardArchive::save(const Clip& clip)
+{
+    Statement statement(m_storage, "INSERT INTO clips(id,text,date) VALUES(?,?,?) "
+                                   "ON CONFLICT(text) DO UPDATE SET date=excluded.date");
+    statement.bindText(1, Json::encodeUuid(clip.id).toLatin1());
+    statement.bindText(2, clip.text.toUtf8());
+    statement.bindDouble(3, Json::encodeDate(clip.date));
+    statement.finish();
+}
+
+void ClipboardArchive::remove(const QString& text)
+{
+    Statement statement(m_storage, "DELETE FROM clips WHERE text=?");
+    statement.bindText(1, text.toUtf8());
+    statement.finish();
+}
+
+void ClipboardArchive::clear()
+{
+    execute("DELETE FROM clips");
+}
+
+void ClipboardArchive::execute(const char* sql)
+{
+    if (!m_storage || sqlite3_exec(m_storage, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw Failure();
+}

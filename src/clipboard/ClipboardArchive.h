@@ -1,0 +1,45 @@
+#pragma once
+
+#include "clipboard/Clip.h"
+
+#include <QList>
+#include <QString>
+
+#include <optional>
+#include <stdexcept>
+
+struct sqlite3;
+
+// The clipboard history in one SQLite file: one row per distinct text, every write flushed
+// before it returns, deleted text overwritten on disk. Main thread only.
+class ClipboardArchive
+{
+public:
+    // Every SQLite failure; folder and permission problems are reported the same way.
+    struct Failure : std::runtime_error
+    {
+        Failure() : std::runtime_error("clipboard archive failure") {}
+    };
+
+    // $XDG_DATA_HOME/Brenlow/clipboard.sqlite
+    static QString localPath();
+
+    // Opens or creates the archive; with no path the database lives in memory.
+    explicit ClipboardArchive(const std::optional<QString>& path);
+    ~ClipboardArchive();
+    ClipboardArchive(const ClipboardArchive&) = delete;
+    ClipboardArchive& operator=(const ClipboardArchive&) = delete;
+
+    // Every clip, newest first (ties: the later row first).
+    QList<Clip> load() const;
+    // Inserts the clip, or moves the date of the row that already has its text.
+    void save(const Clip& clip);
+    // Deletes the row with exactly this text; an unknown text is no error.
+    void remove(const QString& text);
+    void clear();
+
+private:
+    void execute(const char* sql);
+
+    sqlite3* m_storage = nullptr;
+};

@@ -1,0 +1,140 @@
+// The focus timer and the activity list: the model's members for both.
+#include "model/Model.h"
+
+#include "common/Clock.h"
+#include "model/Defaults.h"
+#include "model/Preferences.h"
+#include "platform/Sound.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+const QString savedDurationKey = QStringLiteral("focus.savedDuration");
+const QString savedSecondsKey = QStringLiteral("focus.savedSeconds");
+const QString savedDeadlineKey = QStringLiteral("focus.savedDeadline");
+const QString resumeDeadlineKey = QStringLiteral("focus.resumeDeadline");
+const QString resumeDurationKey = QStringLiteral("focus.resumeDuration");
+const QString noticesKey = QStringLiteral("notices.v1");
+
+// Seconds until `deadline`, rounded up to whole seconds and never negative.
+qint64 secondsUntil(const QDateTime& now, const QDateTime& deadline)
+{
+    const double remaining = double(now.msecsTo(deadline)) / 1000.0;
+    return std::max<qint64>(0, qint64(std::ceil(remaining)));
+}
+} // namespace
+
+void Model::setDuration(qint64 minutes)
+{
+    minutes = std::clamp<qint64>(minutes, 1, 120);
+    setDurationSeconds(minutes * 60);
+    setSeconds(m_duration);
+    m_deadline.reset();
+    setTimerRunning(false);
+    persistFocus();
+}
+
+void Model::toggleTimer()
+{
+    const QDateTime now = m_platform.clock.now();
+    if (!m_timerRunning) {
+        if (m_seconds == 0)
+            setSeconds(m_duration);
+        m_deadline = now.addSecs(m_seconds);
+        setTimerRunning(true);
+    } else {
+        setSeconds(m_deadline ? secondsUntil(now, *m_deadline) : 0);
+        m_deadline.reset();
+        setTimerRunning(false);
+    }
+    persistFocus();
+}
+
+QString Model::timeText() const
+{
+    return QString::asprintf("%02lld:%02lld", m_seconds / 60, m_seconds % 60);
+}
+
+void Model::advanceFocus()
+{
+    if (!m_deadline)
+        return;
+    setSeconds(secondsUntil(m_platform.clock.now(), *m_deadline));
+    if (m_seconds > 0)
+        return;
+    m_deadline.reset();
+    setTimerRunning(false);
+    persistFocus();
+    addNotice(QStringLiteral("Fokus geschafft"), QStringLiteral("Zeit für eine Pause."));
+    if (m_preferences->values().focusSound)
+        m_platform.sound.play(QStringLiteral("Glass"));
+    if (show)
+        show(Page::home);
+}
+
+void Model::persistFocus()
+{
+    m_defaults.setInteger(savedDurationKey, m_duration);
+    m_defaults.setInteger(savedSecondsKey, m_seconds);
+    if (m_deadline)
+        m_defaults.setDate(savedDeadlineKey, *m_deadline);
+    else
+        m_defaults.remove(savedDeadlineKey);
+}
+
+void Model::restoreFocus()
+{
+    const QDateTime now = m_platform.clock.now();
+    m_duration = qint64(m_preferences->values().focusMinutes) * 60;
+    m_seconds = m_duration;
+    m_timerRunning = false;
+    m_deadline.reset();
+
+    // A self-restart hands over a running period; its keys stay and go stale by themselves.
+    if (const auto resume = m_defaults.dateValue(resumeDeadlineKey); resume && *resume > now) {
+        m_duration = std::max<qint64>(60, m_defaults.integerValue(resumeDurationKey).value_or(0));
+        m_deadline = *resume;
+        m_seconds = secondsUntil(now, *resume);
+        m_timerRunning = true;
+    }
+
+    if (m_defaults.contains(savedDurationKey)) {
+        m_duration = std::max<qint64>(60, m_defaults.integerValue(savedDurationKey).value_or(0));
+        m_seconds = std::max<qint64>(0, m_defaults.integerValue(savedSecondsKey).value_or(0));
+        m_deadline = m_defaults.dateValue(savedDeadlineKey);
+        if (m_deadline) {
+            m_seconds = secondsUntil(now, *m_deadline);
+            m_timerRunning = m_seconds > 0;
+            if (!m_timerRunning)
+                m_deadline.reset();
+        }
+    }
+}
+
+void Model::setSeconds(qint64 seconds) { assign(m_seconds, seconds, &Model::secondsChanged); }
+void Model::setDurationSeconds(qint64 seconds) { assign(m_duration, seconds, &Model::durationChanged); }
+void Model::setTimerRunning(bool running) { assign(m_timerRunning, running, &Model::timerRunningChanged); }
+
+void Model::addNotice(const QString& title, const QString& detail)
+{
+    QList<Notice> notices = m_notices;
+    notices.prepend(Notice{QUuid::createUuid(), title, detail, m_platform.clock.now()});
+    setNotices(std::move(notices));
+}
+
+void Model::loadNotices()
+{
+    const auto data = m_defaults.dataValue(noticesKey);
+    if (!data)
+        return;
+    if (auto notices = Notice::decodeList(*data))
+        setNotices(std::move(*notices));
+}
+
+void Model::setNotices(QList<Notice> notices)
+{
+    m_notices = std::move(notices);
+    m_defaults.setData(noticesKey, Notice::encodeList(m_notices));
+    Q_EMIT noticesChanged();
+}

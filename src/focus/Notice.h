@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QList>
+#include <QString>
+#include <QUuid>
+
+#include <optional>
+
+// One event of the activity list.
+struct Notice
+{
+    QUuid id;
+    QString title;
+    QString detail;
+    QDateTime date;
+
+    bool operator==(const Notice&) const = default;
+
+    // The stored list: a JSON array, newest first, every key required.
+    static QByteArray encodeList(const QList<Notice>& notices);
+    static std::optional<QList<Notice>> decodeList(const QByteArray& json);
+};

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+// Our own status item (tray icon).
+class StatusBar : public QObject
+{
+    Q_OBJECT
+public:
+    using QObject::QObject;
+    // Shows the item with a symbol name and accessible title; `activated` fires on a click.
+    virtual void show(const QString& symbol, const QString& title) = 0;
+    virtual void hide() = 0;
+
+Q_SIGNALS:
+    void activated();
+    void quitRequested();
+};

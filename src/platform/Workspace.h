@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+// One running application; `id` is its desktop-file id where known.
+struct RunningApp
+{
+    QString id;
+    qint64 pid = 0;
+    QString name;
+    bool terminated = false;
+};
+
+// Applications and files of the desktop.
+class Workspace
+{
+public:
+    virtual ~Workspace() = default;
+    // The application that owns the active window, if any.
+    virtual std::optional<RunningApp> frontmostApp() const = 0;
+    // This process as an application.
+    virtual qint64 currentPid() const = 0;
+    // Opens a path (starts an app, opens a document in its default app); false when it failed.
+    virtual bool open(const QString& path) = 0;
+    // Shows the path in the file manager; false when it failed.
+    virtual bool reveal(const QString& path) = 0;
+};

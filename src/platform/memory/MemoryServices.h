@@ -1,0 +1,139 @@
+#pragma once
+
+#include "platform/Displays.h"
+#include "platform/HotKeys.h"
+#include "platform/KeyMonitor.h"
+#include "platform/Pasteboard.h"
+#include "platform/Permissions.h"
+#include "platform/Pointer.h"
+#include "platform/Sound.h"
+#include "platform/StatusBar.h"
+#include "platform/Workspace.h"
+
+#include <QSet>
+#include <QStringList>
+
+// In-memory services that keep state and answer as the real ones would.
+
+class MemoryPasteboard final : public Pasteboard
+{
+    Q_OBJECT
+public:
+    explicit MemoryPasteboard(QString name = {}, QObject* parent = nullptr);
+    const QString& name() const { return m_name; }
+
+    qint64 changeCount() const override { return m_changeCount; }
+    QStringList types() const override { return m_types; }
+    std::optional<QString> string() const override { return m_text; }
+    void clearAndWriteString(const QString& text) override;
+
+    // Another application copies: text (or nothing) with extra types such as concealedType().
+    void copyFromOutside(std::optional<QString> text, const QStringList& extraTypes = {});
+
+private:
+    QString m_name;
+    qint64 m_changeCount = 0;
+    QStringList m_types;
+    std::optional<QString> m_text;
+};
+
+class MemoryPermissions final : public Permissions
+{
+public:
+    bool accessibilityTrusted(bool prompt) const override;
+    bool screenCaptureAllowed() const override { return screenCapture; }
+    bool requestScreenCapture() override;
+
+    bool accessibility = false;
+    bool screenCapture = false;
+    bool grantScreenCaptureOnRequest = false;
+    mutable int promptCount = 0;
+};
+
+class MemorySound final : public Sound
+{
+public:
+    void play(const QString& name) override { played.append(name); }
+    QStringList played;
+};
+
+class MemoryWorkspace final : public Workspace
+{
+public:
+    std::optional<RunningApp> frontmostApp() const override { return frontmost; }
+    qint64 currentPid() const override { return 4242; }
+    bool open(const QString& path) override;
+    bool reveal(const QString& path) override;
+
+    std::optional<RunningApp> frontmost;
+    // Paths that exist and open; everything else fails.
+    QSet<QString> openable;
+    QStringList opened;
+    QStringList revealed;
+};
+
+class MemoryDisplays final : public Displays
+{
+    Q_OBJECT
+public:
+    MemoryDisplays();
+    QList<DisplayInfo> displays() const override { return list; }
+    std::optional<int> focusedDisplay() const override { return focused; }
+    bool reduceMotion() const override { return reduceMotionOn; }
+    void change() { Q_EMIT configurationChanged(); }
+
+    QList<DisplayInfo> list;
+    std::optional<int> focused = 0;
+    bool reduceMotionOn = false;
+};
+
+class MemoryPointer final : public Pointer
+{
+    Q_OBJECT
+public:
+    QPointF position() const override { return m_position; }
+    bool buttonsPressed() const override { return pressed; }
+    void setWatching(bool on) override { watching = on; }
+    void moveTo(QPointF position);
+
+    bool pressed = false;
+    bool watching = false;
+
+private:
+    QPointF m_position{5, 500};
+};
+
+class MemoryHotKeys final : public HotKeys
+{
+    Q_OBJECT
+public:
+    bool registerHotKey(int keyCode, KeyModifiers modifiers) override;
+    void unregisterHotKey() override { registered.reset(); }
+    void press() { Q_EMIT pressed(); }
+
+    // Combinations held by other applications.
+    QList<KeyModifiers> taken;
+    std::optional<KeyModifiers> registered;
+};
+
+class MemoryKeyMonitor final : public KeyMonitor
+{
+    Q_OBJECT
+public:
+    void start() override { running = true; }
+    void stop() override { running = false; }
+    void emitKeyDown(int keyCode, KeyModifiers modifiers) { Q_EMIT keyDown(keyCode, modifiers); }
+    void emitModifiers(KeyModifiers modifiers) { Q_EMIT modifiersChanged(modifiers); }
+    bool running = false;
+};
+
+class MemoryStatusBar final : public StatusBar
+{
+    Q_OBJECT
+public:
+    void show(const QString& symbol, const QString& title) override;
+    void hide() override { visible = false; }
+    void click() { Q_EMIT activated(); }
+    bool visible = false;
+    QString title;
+};
