@@ -7,8 +7,10 @@
 namespace {
 const QString storage = QString::fromLatin1(Preferences::storageKey);
 const QString migration = QString::fromLatin1(Preferences::migrationKey);
-// The delay that hover used to wait before opening.
+// The delay that hover used to wait before opening, and how close a stored value must be.
+// A decimal 0.1201 lies 1.0000000000000286e-4 away in binary, so the boundary is kept inclusive.
 constexpr double formerOpenDelay = 0.12;
+constexpr double migrationTolerance = 0.0001 + 1e-12;
 } // namespace
 
 Preferences::Preferences(Defaults& defaults, QObject* parent)
@@ -20,7 +22,7 @@ Preferences::Preferences(Defaults& defaults, QObject* parent)
             m_values = *decoded;
     }
     if (m_defaults.boolValue(migration) != true) {
-        if (std::abs(m_values.openDelay - formerOpenDelay) < 0.0001)
+        if (std::abs(m_values.openDelay - formerOpenDelay) <= migrationTolerance)
             update([](PreferenceValues& values) { values.openDelay = 0; });
         store();
         m_defaults.setBool(migration, true);

@@ -192,7 +192,7 @@ void Productivity::setNotes(const QList<QuickNote>& notes)
     Q_EMIT notesChanged();
 }
 
-void Productivity::togglePin(const QString& text)
+void Productivity::togglePin(QString text)
 {
     if (m_pins.contains(text))
         m_pins.removeAll(text);
@@ -268,7 +268,7 @@ void Productivity::editWorkspace(const QUuid& id)
     }
 }
 
-void Productivity::removeWorkspace(const QUuid& id)
+void Productivity::removeWorkspace(QUuid id)
 {
     m_presets.removeIf([&](const WorkspacePreset& preset) { return preset.id == id; });
     storePresets();

@@ -50,13 +50,13 @@ public:
     // The note editor's save: replaces the edited note or adds the draft, then clears the editor.
     void saveNoteDraft();
     void setNotes(const QList<QuickNote>& notes);
-    void togglePin(const QString& text);
+    void togglePin(QString text);
     void setPins(const QStringList& pins);
     void createWorkspace(const QString& name, const QList<QUrl>& urls);
     // The workspace editor's save: updates the edited preset or creates one, then clears the editor.
     void saveWorkspaceDraft();
     void editWorkspace(const QUuid& id);
-    void removeWorkspace(const QUuid& id);
+    void removeWorkspace(QUuid id);
 
     // Opens every path of the preset; answers the status message ("… geöffnet" or the failures).
     QString launchStatus(const WorkspacePreset& preset, Workspace& workspace) const;

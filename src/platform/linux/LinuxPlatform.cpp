@@ -1,0 +1,27 @@
+#include "platform/linux/LinuxPlatform.h"
+
+#include "platform/linux/LinuxPermissions.h"
+#include "platform/linux/LinuxSound.h"
+#include "platform/linux/LinuxWorkspace.h"
+#include "platform/memory/MemoryServices.h"
+
+LinuxPlatform::LinuxPlatform()
+    : m_pasteboard(std::make_unique<MemoryPasteboard>())
+    , m_permissions(std::make_unique<LinuxPermissions>())
+    , m_sound(std::make_unique<LinuxSound>())
+    , m_workspace(std::make_unique<LinuxWorkspace>())
+    , m_displays(std::make_unique<MemoryDisplays>())
+    , m_pointer(std::make_unique<MemoryPointer>())
+    , m_hotKeys(std::make_unique<MemoryHotKeys>())
+    , m_keyMonitor(std::make_unique<MemoryKeyMonitor>())
+    , m_statusBar(std::make_unique<MemoryStatusBar>())
+{
+}
+
+LinuxPlatform::~LinuxPlatform() = default;
+
+Platform LinuxPlatform::platform()
+{
+    return Platform{m_clock,      m_scheduler, *m_pasteboard, *m_permissions, *m_sound,    *m_workspace,
+                    *m_displays, *m_pointer,  *m_hotKeys,    *m_keyMonitor,  *m_statusBar};
+}

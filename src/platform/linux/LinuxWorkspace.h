@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/Workspace.h"
+
+// Applications through EWMH and /proc, files through the desktop's default handlers.
+class LinuxWorkspace final : public Workspace
+{
+public:
+    std::optional<RunningApp> frontmostApp() const override;
+    qint64 currentPid() const override;
+    bool open(const QString& path) override;
+    bool reveal(const QString& path) override;
+
+    // Name and id of a process from /proc.
+    static RunningApp describeProcess(qint64 pid);
+};
