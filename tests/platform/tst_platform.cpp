@@ -1,0 +1,122 @@
+#include "TestSupport.h"
+
+#include "platform/linux/LinuxSound.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSemaphore>
+#include <QTemporaryDir>
+#include <QTest>
+
+// The parts of the Linux services that can be checked without a desktop session.
+class PlatformTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    static void touch(const QString& path)
+    {
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+
+private Q_SLOTS:
+    void soundsComeFromTheFreedesktopTheme()
+    {
+        QTemporaryDir user;
+        QTemporaryDir system;
+        touch(system.filePath(QStringLiteral("sounds/freedesktop/stereo/complete.oga")));
+        touch(system.filePath(QStringLiteral("sounds/freedesktop/stereo/bell.wav")));
+        const QStringList dirs{user.path(), system.path()};
+        QCOMPARE(LinuxSound::soundFile(QStringLiteral("Glass"), dirs),
+                 system.filePath(QStringLiteral("sounds/freedesktop/stereo/complete.oga")));
+        // An earlier data directory overrides a later one.
+        touch(user.filePath(QStringLiteral("sounds/freedesktop/stereo/complete.ogg")));
+        QCOMPARE(LinuxSound::soundFile(QStringLiteral("Glass"), dirs),
+                 user.filePath(QStringLiteral("sounds/freedesktop/stereo/complete.ogg")));
+        QCOMPARE(LinuxSound::soundFile(QStringLiteral("Bell"), dirs),
+                 system.filePath(QStringLiteral("sounds/freedesktop/stereo/bell.wav")));
+        QVERIFY(LinuxSound::soundFile(QStringLiteral("Submarine"), dirs).isEmpty());
+    }
+
+    void manualTimeFiresWorkInOrderAndOnlyOnce()
+    {
+        ManualClock clock;
+        ManualScheduler scheduler(clock);
+        QObject context;
+        QStringList fired;
+        QList<double> firedAt;
+        const double start = clock.uptime();
+        scheduler.schedule(2.0, &context, [&] { fired.append(QStringLiteral("b")); firedAt.append(clock.uptime() - start); });
+        scheduler.schedule(0.5, &context, [&] { fired.append(QStringLiteral("a")); firedAt.append(clock.uptime() - start); });
+        const auto cancelled = scheduler.schedule(1.0, &context, [&] { fired.append(QStringLiteral("x")); });
+        scheduler.cancel(cancelled);
+        scheduler.advance(1.9);
+        QCOMPARE(fired, QStringList{QStringLiteral("a")});
+        scheduler.advance(5);
+        QCOMPARE(fired, QStringList({"a", "b"}));
+        // Work runs at its due time, not at the end of the advance.
+        QCOMPARE(firedAt, QList<double>({0.5, 2.0}));
+        QCOMPARE(clock.uptime() - start, 6.9);
+        {
+            QObject gone;
+            scheduler.schedule(1, &gone, [&] { fired.append(QStringLiteral("late")); });
+        }
+        scheduler.advance(2);
+        QCOMPARE(fired.size(), 2);
+    }
+
+    void scheduledWorkReplacesItself()
+    {
+        ManualClock clock;
+        ManualScheduler scheduler(clock);
+        QObject context;
+        int runs = 0;
+        ScheduledWork work(scheduler, &context);
+        work.schedule(1, [&] { ++runs; });
+        work.schedule(1, [&] { runs += 10; });
+        QVERIFY(work.isPending());
+        scheduler.advance(1);
+        QCOMPARE(runs, 10);
+        QVERIFY(!work.isPending());
+    }
+
+    void serialQueueRunsInOrderAndHandsBack()
+    {
+        SerialQueue queue(QStringLiteral("Brenlow.test"));
+        QObject receiver;
+        QList<int> results;
+        QThread* workerThread = nullptr;
+        for (int i = 0; i < 5; ++i) {
+            queue.run<int>(&receiver, [i, &workerThread] { workerThread = QThread::currentThread(); return i * i; },
+                           [&results](int value) { results.append(value); });
+        }
+        QTRY_COMPARE(results, QList<int>({0, 1, 4, 9, 16}));
+        QVERIFY(workerThread != QThread::currentThread());
+        QCOMPARE(workerThread->objectName(), QStringLiteral("Brenlow.test"));
+    }
+
+    void aGoneReceiverGetsNoAnswer()
+    {
+        SerialQueue queue(QStringLiteral("Brenlow.test"));
+        bool answered = false;
+        QSemaphore started;
+        QSemaphore release;
+        {
+            QObject receiver;
+            queue.run<int>(&receiver, [&] { started.release(); release.acquire(); return 1; },
+                           [&answered](int) { answered = true; });
+            started.acquire();
+        }
+        release.release();
+        QObject later;
+        bool laterAnswered = false;
+        queue.run<int>(&later, [] { return 2; }, [&laterAnswered](int) { laterAnswered = true; });
+        QTRY_VERIFY(laterAnswered);
+        QVERIFY(!answered);
+    }
+};
+
+QTEST_GUILESS_MAIN(PlatformTest)
+#include "tst_platform.moc"
