@@ -1,6 +1,18 @@
 #include "app/AppDelegate.h"
 
+#include "app/NotchPanel.h"
 #include "model/Model.h"
+#include "panel/PanelController.h"
+#include "platform/Displays.h"
+#include "platform/HotKeys.h"
+#include "platform/KeyMonitor.h"
+#include "platform/StatusBar.h"
+#include "productivity/Productivity.h"
+#include "setup/OnboardingState.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QWidget>
 
 AppDelegate::AppDelegate(Defaults& defaults, Platform platform, QObject* parent)
     : QObject(parent)
@@ -9,15 +21,227 @@ AppDelegate::AppDelegate(Defaults& defaults, Platform platform, QObject* parent)
 {
 }
 
-AppDelegate::~AppDelegate() = default;
+AppDelegate::~AppDelegate()
+{
+    if (m_launched)
+        terminate();
+    clearModelSlots();
+    m_controller.reset();
+    m_panel.reset();
+}
 
-void AppDelegate::launch() {}
-void AppDelegate::terminate() {}
-void AppDelegate::reopen() { expand(std::nullopt, false); }
-void AppDelegate::expand(std::optional<Page>, bool) {}
-void AppDelegate::collapse() {}
-void AppDelegate::toggle() {}
-void AppDelegate::pollPointer() {}
-void AppDelegate::reposition() {}
-void AppDelegate::configureShortcut() {}
-void AppDelegate::welcome(bool) {}
+void AppDelegate::launch()
+{
+    if (m_launched)
+        return;
+    m_launched = true;
+
+    // 1. Accessory: no window keeps the process alive or dies with it.
+    QApplication::setQuitOnLastWindowClosed(false);
+    // 2. The main menu has no counterpart here (see the class comment).
+
+    // 3. The panel.
+    m_panel = std::make_unique<NotchPanel>(*m_model);
+    m_controller = std::make_unique<PanelController>(*m_model, *m_panel);
+    m_panel->keyHandler = [this](int keyCode, KeyModifiers modifiers) {
+        return m_controller->handleLocalKey(keyCode, modifiers);
+    };
+    connect(m_panel.get(), &NotchPanel::pointerEntered, m_controller.get(), &PanelController::pointerMoved);
+
+    // 4. The model's slots.
+    fillModelSlots();
+    connect(&m_model->productivity(), &Productivity::miniChanged, this, &AppDelegate::reposition);
+
+    // 5. The track toast joins here with the media pages.
+
+    // 6. The status item.
+    m_platform.statusBar.show(QString::fromLatin1(statusSymbol), QStringLiteral("Brenlow"));
+    connect(&m_platform.statusBar, &StatusBar::activated, this, &AppDelegate::toggle);
+    connect(&m_platform.statusBar, &StatusBar::quitRequested, this, [] { QCoreApplication::quit(); });
+
+    // 7. Display changes move the panel.
+    connect(&m_platform.displays, &Displays::configurationChanged, this, &AppDelegate::reposition);
+
+    // 8. Menu tracking.
+    if (QCoreApplication::instance())
+        QCoreApplication::instance()->installEventFilter(this);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive)
+            m_model->refreshPermissions();
+    });
+
+    // 9. The keyboard monitors (the local one is the panel's key handler).
+    installKeyboardMonitor();
+
+    // 10. The hot-key handler.
+    connect(&m_platform.hotKeys, &HotKeys::pressed, m_controller.get(), &PanelController::hotKeyPressed);
+
+    // 11.
+    configureShortcut();
+
+    // 12. The login item's first-launch rule joins here with the login item store.
+
+    // 13.
+    m_model->refreshPermissions();
+
+    // 14. The closed panel now covers the notch.
+    reposition();
+    m_panel->orderFront();
+
+    // 15.
+    m_controller->startPointerTimer();
+
+    // 16.
+    if (!m_model->onboarding().completed())
+        welcome(false);
+}
+
+void AppDelegate::terminate()
+{
+    if (!m_launched)
+        return;
+    m_launched = false;
+    m_controller->stopPointerTimer();
+    m_model->stopHeartbeat();
+    m_controller->unregisterShortcut();
+    disconnect(&m_platform.hotKeys, nullptr, m_controller.get(), nullptr);
+    removeKeyboardMonitor();
+    m_panel->keyHandler = nullptr;
+    disconnect(&m_platform.displays, nullptr, this, nullptr);
+    disconnect(&m_platform.statusBar, nullptr, this, nullptr);
+    if (QCoreApplication::instance())
+        QCoreApplication::instance()->removeEventFilter(this);
+    m_openMenus.clear();
+    m_platform.statusBar.hide();
+}
+
+void AppDelegate::reopen()
+{
+    expand(std::nullopt, false);
+}
+
+void AppDelegate::fillModelSlots()
+{
+    // A released delegate leaves slots that do nothing.
+    QPointer<AppDelegate> self(this);
+    m_model->resize = [self] {
+        if (self)
+            self->reposition();
+    };
+    m_model->applyPreferences = [self] {
+        if (self)
+            self->configureShortcut();
+    };
+    m_model->show = [self](std::optional<Page> page) {
+        if (self)
+            self->expand(page, false);
+    };
+    m_model->close = [self] {
+        if (self)
+            self->collapse();
+    };
+    m_model->startWelcome = [self] {
+        if (self)
+            self->welcome(true);
+    };
+    m_model->captureVisibility = [self](bool hidden) {
+        if (!self)
+            return;
+        if (hidden) {
+            self->collapse();
+            self->m_panel->orderOut();
+        } else {
+            self->m_panel->orderFront();
+        }
+    };
+    m_model->accessibilityChanged = [self] {
+        if (!self)
+            return;
+        self->removeKeyboardMonitor();
+        self->installKeyboardMonitor();
+    };
+}
+
+void AppDelegate::clearModelSlots()
+{
+    m_model->resize = nullptr;
+    m_model->applyPreferences = nullptr;
+    m_model->show = nullptr;
+    m_model->close = nullptr;
+    m_model->startWelcome = nullptr;
+    m_model->captureVisibility = nullptr;
+    m_model->accessibilityChanged = nullptr;
+}
+
+void AppDelegate::installKeyboardMonitor()
+{
+    KeyMonitor& monitor = m_platform.keyMonitor;
+    connect(&monitor, &KeyMonitor::keyDown, m_controller.get(), &PanelController::handleKeyDown);
+    connect(&monitor, &KeyMonitor::modifiersChanged, m_controller.get(), &PanelController::handleModifiers);
+    monitor.start();
+}
+
+void AppDelegate::removeKeyboardMonitor()
+{
+    m_platform.keyMonitor.stop();
+    disconnect(&m_platform.keyMonitor, nullptr, m_controller.get(), nullptr);
+}
+
+bool AppDelegate::eventFilter(QObject* watched, QEvent* event)
+{
+    const QEvent::Type type = event->type();
+    if ((type == QEvent::Show || type == QEvent::Hide) && watched->isWidgetType()) {
+        const auto* widget = static_cast<QWidget*>(watched);
+        if (widget->windowType() == Qt::Popup) {
+            if (type == QEvent::Show && !m_openMenus.contains(watched)) {
+                m_openMenus.insert(watched);
+                m_controller->menuBegan();
+            } else if (type == QEvent::Hide && m_openMenus.remove(watched)) {
+                m_controller->menuEnded();
+            }
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void AppDelegate::expand(std::optional<Page> page, bool fromHover)
+{
+    if (m_controller)
+        m_controller->expand(page, fromHover);
+}
+
+void AppDelegate::collapse()
+{
+    if (m_controller)
+        m_controller->collapse();
+}
+
+void AppDelegate::toggle()
+{
+    if (m_controller)
+        m_controller->toggle();
+}
+
+void AppDelegate::pollPointer()
+{
+    if (m_controller)
+        m_controller->pollPointer();
+}
+
+void AppDelegate::reposition()
+{
+    if (m_controller)
+        m_controller->reposition();
+}
+
+void AppDelegate::configureShortcut()
+{
+    if (m_controller)
+        m_controller->configureShortcut();
+}
+
+void AppDelegate::welcome(bool replay)
+{
+    if (m_controller)
+        m_controller->welcome(replay);
+}

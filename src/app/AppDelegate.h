@@ -4,22 +4,34 @@
 #include "platform/Platform.h"
 
 #include <QObject>
+#include <QSet>
 
 #include <memory>
 #include <optional>
 
 class Defaults;
 class Model;
+class NotchPanel;
+class PanelController;
 
 // Owns the model, the panel window and the input services for the life of the process.
+//
+// Where the desktop differs: an accessory application is a Qt::Tool window and an application
+// that keeps running with no window open; the main menu has no counterpart on X11 (the quit item
+// lives in the tray menu, text fields bring their own editing shortcuts).
 class AppDelegate : public QObject
 {
     Q_OBJECT
 public:
+    static constexpr const char* statusSymbol = "rectangle.topthird.inset.filled";
+
     AppDelegate(Defaults& defaults, Platform platform, QObject* parent = nullptr);
     ~AppDelegate() override;
 
     Model& model() { return *m_model; }
+    // Present after launch().
+    NotchPanel* panel() const { return m_panel.get(); }
+    PanelController* controller() const { return m_controller.get(); }
 
     // Brings everything up in order; the closed panel ends over the notch.
     void launch();
@@ -36,7 +48,20 @@ public:
     void configureShortcut();
     void welcome(bool replay);
 
+protected:
+    // Counts our popup menus: the panel stays open while one is up.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void fillModelSlots();
+    void clearModelSlots();
+    void installKeyboardMonitor();
+    void removeKeyboardMonitor();
+
     Platform m_platform;
     std::unique_ptr<Model> m_model;
+    std::unique_ptr<NotchPanel> m_panel;
+    std::unique_ptr<PanelController> m_controller;
+    QSet<QObject*> m_openMenus;
+    bool m_launched = false;
 };

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/StatusBar.h"
+
+class QMenu;
+class QSystemTrayIcon;
+
+// Our tray icon: a click toggles the panel, its menu quits. Desktops without a tray show nothing.
+class LinuxStatusBar final : public StatusBar
+{
+    Q_OBJECT
+public:
+    explicit LinuxStatusBar(QObject* parent = nullptr);
+    ~LinuxStatusBar() override;
+
+    void show(const QString& symbol, const QString& title) override;
+    void hide() override;
+
+private:
+    QSystemTrayIcon* m_icon = nullptr;
+    QMenu* m_menu = nullptr;
+};
