@@ -1,7 +1,5 @@
 #include "clipboard/ClipboardArchive.h"
 
-#include "model/Json.h"
-
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -9,19 +7,85 @@
 
 #include <sqlite3.h>
 
+#include <cctype>
+#include <cerrno>
+#include <cmath>
+#include <limits>
+
 #include <sys/stat.h>
 
 namespace {
 
 constexpr int openFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX; // 0x10006
+static_assert(openFlags == 0x10006);
 
-// One prepared statement, finalised when it leaves scope.
+// Dates are stored as seconds since 2001-01-01 00:00:00 UTC, the records' shared epoch.
+constexpr qint64 referenceEpochMSecs = 978'307'200'000;
+
+double encodeDate(const QDateTime& date)
+{
+    return double(date.toMSecsSinceEpoch() - referenceEpochMSecs) / 1000.0;
+}
+
+QDateTime decodeDate(double seconds)
+{
+    return QDateTime::fromMSecsSinceEpoch(referenceEpochMSecs + qint64(std::llround(seconds * 1000.0)),
+                                          Qt::UTC);
+}
+
+// Canonical UUID text only (8-4-4-4-12 hex digits, either case); the nil UUID is a valid id.
+std::optional<QUuid> decodeId(const unsigned char* text, int length)
+{
+    if (!text || length != 36)
+        return std::nullopt;
+    for (int i = 0; i < 36; ++i) {
+        const char c = char(text[i]);
+        const bool hyphen = i == 8 || i == 13 || i == 18 || i == 23;
+        if (hyphen ? c != '-' : !std::isxdigit(static_cast<unsigned char>(c)))
+            return std::nullopt;
+    }
+    return QUuid::fromString(QLatin1StringView(reinterpret_cast<const char*>(text), 36));
+}
+
+QByteArray encodeId(const QUuid& id)
+{
+    return id.toByteArray(QUuid::WithoutBraces).toUpper();
+}
+
+// Creates the missing folders down to `folder`, each private to the user (0700), as the
+// intermediate folders of a fresh data directory hold nothing anyone else should list.
+// Folders that already exist keep the mode their owner chose.
+bool makePrivateFolders(const QString& folder)
+{
+    QStringList missing;
+    QString current = QDir::cleanPath(folder);
+    while (!QFileInfo::exists(current)) {
+        missing.prepend(current);
+        const QString parent = QFileInfo(current).absolutePath();
+        if (parent == current)
+            break;
+        current = parent;
+    }
+    for (const QString& path : std::as_const(missing)) {
+        const QByteArray native = QFile::encodeName(path);
+        if (::mkdir(native.constData(), 0700) == 0) {
+            // The umask may have taken bits away; the mode must be exactly 0700.
+            if (::chmod(native.constData(), 0700) != 0)
+                return false;
+        } else if (errno != EEXIST) {
+            return false;
+        }
+    }
+    return QFileInfo(folder).isDir();
+}
+
+// One prepared statement, finalised when it leaves scope: no statement outlives its call.
 class Statement
 {
 public:
     Statement(sqlite3* db, const char* sql)
     {
-        if (sqlite3_prepare_v2(db, sql, -1, &m_statement, nullptr) != SQLITE_OK) {
+        if (!db || sqlite3_prepare_v2(db, sql, -1, &m_statement, nullptr) != SQLITE_OK) {
             sqlite3_finalize(m_statement);
             throw ClipboardArchive::Failure();
         }
@@ -33,8 +97,9 @@ public:
     // Text goes in with its explicit byte length so an embedded NUL survives.
     void bindText(int index, const QByteArray& utf8)
     {
-        if (utf8.size() > std::numeric_limits<int>::max()
-            || sqlite3_bind_text(m_statement, index, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT) != SQLITE_OK)
+        if (utf8.size() > std::numeric_limits<int>::max() ||
+            sqlite3_bind_text(m_statement, index, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT) !=
+                SQLITE_OK)
             throw ClipboardArchive::Failure();
     }
     void bindDouble(int index, double value)
@@ -58,17 +123,15 @@ private:
 
 QString ClipboardArchive::localPath()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Brenlow/clipboard.sqlite");
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+           QStringLiteral("/Brenlow/clipboard.sqlite");
 }
 
 ClipboardArchive::ClipboardArchive(const std::optional<QString>& path)
 {
     QByteArray location = ":memory:";
     if (path) {
-        const QString folder = QFileInfo(*path).absolutePath();
-        // A folder we create is private; an existing one keeps the mode its owner chose.
-        if (!QFileInfo::exists(folder)
-            && (!QDir().mkpath(folder) || ::chmod(QFile::encodeName(folder).constData(), 0700) != 0))
+        if (!makePrivateFolders(QFileInfo(*path).absolutePath()))
             throw Failure();
         location = QFile::encodeName(*path);
     }
@@ -79,9 +142,11 @@ ClipboardArchive::ClipboardArchive(const std::optional<QString>& path)
     }
     m_storage = db;
     try {
+        // A file that is not a database fails here, before anything is written to it.
         execute("PRAGMA secure_delete=ON");
         execute("PRAGMA synchronous=FULL");
-        execute("CREATE TABLE IF NOT EXISTS clips (id TEXT PRIMARY KEY, text TEXT NOT NULL UNIQUE, date REAL NOT NULL)");
+        execute("CREATE TABLE IF NOT EXISTS clips (id TEXT PRIMARY KEY, text TEXT NOT NULL UNIQUE, date REAL "
+                "NOT NULL)");
         if (path && ::chmod(location.constData(), 0600) != 0)
             throw Failure();
     } catch (...) {
@@ -106,15 +171,15 @@ QList<Clip> ClipboardArchive::load() const
             break;
         if (result != SQLITE_ROW)
             throw Failure();
-        const auto* idText = reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0));
-        const auto id = idText ? Json::decodeUuid(QString::fromLatin1(idText)) : std::nullopt;
+        const unsigned char* idText = sqlite3_column_text(statement.get(), 0);
+        const auto id = decodeId(idText, sqlite3_column_bytes(statement.get(), 0));
         const void* bytes = sqlite3_column_blob(statement.get(), 1);
         const int length = sqlite3_column_bytes(statement.get(), 1);
         if (!id || !bytes || length <= 0)
             throw Failure();
-        // fromUtf8 replaces invalid sequences with U+FFFD.
+        // fromUtf8 replaces invalid sequences with U+FFFD and keeps embedded NULs.
         QString text = QString::fromUtf8(static_cast<const char*>(bytes), length);
-        clips.append(Clip{*id, std::move(text), Json::decodeDate(sqlite3_column_double(statement.get(), 2))});
+        clips.append(Clip{*id, std::move(text), decodeDate(sqlite3_column_double(statement.get(), 2))});
     }
     return clips;
 }
@@ -123,9 +188,9 @@ void ClipboardArchive::save(const Clip& clip)
 {
     Statement statement(m_storage, "INSERT INTO clips(id,text,date) VALUES(?,?,?) "
                                    "ON CONFLICT(text) DO UPDATE SET date=excluded.date");
-    statement.bindText(1, Json::encodeUuid(clip.id).toLatin1());
+    statement.bindText(1, encodeId(clip.id));
     statement.bindText(2, clip.text.toUtf8());
-    statement.bindDouble(3, Json::encodeDate(clip.date));
+    statement.bindDouble(3, encodeDate(clip.date));
     statement.finish();
 }
 

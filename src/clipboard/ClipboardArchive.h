@@ -30,12 +30,13 @@ public:
     ClipboardArchive(const ClipboardArchive&) = delete;
     ClipboardArchive& operator=(const ClipboardArchive&) = delete;
 
-    // Every clip, newest first (ties: the later row first).
+    // Every clip, newest first (ties: the later row first); nothing partial on failure.
     QList<Clip> load() const;
     // Inserts the clip, or moves the date of the row that already has its text.
     void save(const Clip& clip);
     // Deletes the row with exactly this text; an unknown text is no error.
     void remove(const QString& text);
+    // Deletes every row.
     void clear();
 
 private:
