@@ -1,0 +1,156 @@
+#include "clipboard/widgets/HistoryPage.h"
+
+#include "clipboard/HistoryListModel.h"
+#include "clipboard/HistoryTexts.h"
+#include "clipboard/widgets/HistoryRowDelegate.h"
+#include "model/Model.h"
+#include "panel/widgets/PanelTheme.h"
+#include "panel/widgets/SymbolButton.h"
+#include "panel/widgets/SymbolLabel.h"
+#include "panel/widgets/TextLabel.h"
+
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+QWidget* makeEmptyState()
+{
+    auto* empty = new QWidget;
+    empty->setObjectName(QStringLiteral("emptyState"));
+    auto* column = new QVBoxLayout(empty);
+    column->setSpacing(6);
+    column->addStretch(1);
+    auto* symbol = new SymbolLabel(HistoryTexts::emptySymbol(), 30);
+    symbol->setProperty("role", QStringLiteral("secondary"));
+    column->addWidget(symbol, 0, Qt::AlignHCenter);
+    column->addWidget(new TextLabel(HistoryTexts::emptyTitle(), 13, TextLabel::primary, QFont::DemiBold), 0,
+                      Qt::AlignHCenter);
+    auto* detail = (new TextLabel(HistoryTexts::emptyDetail(), 11, TextLabel::secondary))->wrapping();
+    detail->setAlignment(Qt::AlignHCenter);
+    column->addWidget(detail);
+    column->addStretch(1);
+    return empty;
+}
+
+} // namespace
+
+HistoryPage::HistoryPage(Model& model, QWidget* parent)
+    : QWidget(parent), m_model(model), m_rows(new HistoryListModel(model, this)), m_delegate(nullptr),
+      m_search(new QLineEdit), m_recording(new SymbolButton(HistoryTexts::recordingSymbol(model.recording()),
+                                                            HistoryTexts::recordingHint())),
+      m_clear(new SymbolButton(HistoryTexts::clearSymbol(), HistoryTexts::clearHint())),
+      m_chips(new QButtonGroup(this)), m_storageError(new TextLabel(QString(), 11, TextLabel::secondary)),
+      m_stack(new QStackedWidget), m_list(new QListView), m_empty(makeEmptyState())
+{
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(8);
+
+    auto* controls = new QHBoxLayout;
+    controls->setSpacing(6);
+    m_search->setPlaceholderText(HistoryTexts::searchPlaceholder());
+    m_search->setClearButtonEnabled(true);
+    m_search->setFont(PanelTheme::font(13));
+    m_search->setStyleSheet(QStringLiteral("QLineEdit { background: rgba(255,255,255,0.08); border: none; "
+                                           "border-radius: 8px; padding: 5px 9px; color: %1; }")
+                                .arg(PanelTheme::text().name()));
+    controls->addWidget(m_search, 1);
+    controls->addWidget(m_recording);
+    controls->addWidget(m_clear);
+    column->addLayout(controls);
+
+    auto* chips = new QHBoxLayout;
+    chips->setSpacing(4);
+    m_chips->setExclusive(true);
+    for (ClipKind kind : ClipKinds::allCases()) {
+        auto* chip = new QPushButton(ClipKinds::label(kind));
+        chip->setProperty("kind", QStringLiteral("chip"));
+        chip->setCheckable(true);
+        chip->setChecked(kind == m_rows->filter());
+        chip->setFocusPolicy(Qt::NoFocus);
+        chip->setCursor(Qt::PointingHandCursor);
+        m_chips->addButton(chip, int(kind));
+        chips->addWidget(chip);
+    }
+    chips->addStretch(1);
+    column->addLayout(chips);
+
+    m_storageError->setObjectName(QStringLiteral("storageError"));
+    m_storageError->setWordWrap(true);
+    m_storageError->setStyleSheet(QStringLiteral("color: %1;").arg(PanelTheme::active().name()));
+    column->addWidget(m_storageError);
+
+    m_delegate = new HistoryRowDelegate(m_list);
+    m_list->setModel(m_rows);
+    m_list->setItemDelegate(m_delegate);
+    // Rows share one height, so the view lays out only what is on screen, even for 100,000.
+    m_list->setUniformItemSizes(true);
+    m_list->setSelectionMode(QAbstractItemView::NoSelection);
+    m_list->setFocusPolicy(Qt::NoFocus);
+    m_list->setMouseTracking(true);
+    m_list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->setFrameShape(QFrame::NoFrame);
+    m_list->viewport()->setAutoFillBackground(false);
+    m_stack->addWidget(m_list);
+    m_stack->addWidget(m_empty);
+    column->addWidget(m_stack, 1);
+
+    connect(m_search, &QLineEdit::textChanged, m_rows, &HistoryListModel::setSearch);
+    connect(m_chips, &QButtonGroup::idClicked, this, [this](int id) { m_rows->setFilter(ClipKind(id)); });
+    connect(m_recording, &SymbolButton::clicked, this,
+            [this] { m_model.setRecording(!m_model.recording()); });
+    connect(m_clear, &SymbolButton::clicked, this, [this] { m_model.clearHistory(); });
+    // Queued: the row's action may rebuild the list, which must wait until the view is done
+    // with the click that caused it.
+    connect(m_delegate, &HistoryRowDelegate::rowClicked, m_rows, &HistoryListModel::copyBack,
+            Qt::QueuedConnection);
+    connect(m_delegate, &HistoryRowDelegate::pinClicked, m_rows, &HistoryListModel::togglePin,
+            Qt::QueuedConnection);
+    connect(m_delegate, &HistoryRowDelegate::removeClicked, m_rows, &HistoryListModel::remove,
+            Qt::QueuedConnection);
+    connect(&model, &Model::recordingChanged, this, &HistoryPage::showRecording);
+    connect(&model, &Model::historyStorageErrorChanged, this, &HistoryPage::showStorageError);
+    connect(m_rows, &QAbstractItemModel::modelReset, this, &HistoryPage::showRowsOrEmpty);
+
+    showRecording();
+    showStorageError();
+    showRowsOrEmpty();
+}
+
+QPushButton* HistoryPage::chip(ClipKind kind) const
+{
+    return qobject_cast<QPushButton*>(m_chips->button(int(kind)));
+}
+
+void HistoryPage::showRecording()
+{
+    m_recording->setSymbol(HistoryTexts::recordingSymbol(m_model.recording()));
+}
+
+void HistoryPage::showStorageError()
+{
+    m_storageError->setText(m_model.historyStorageError());
+    m_storageError->setVisible(!m_model.historyStorageError().isEmpty());
+}
+
+void HistoryPage::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    showRowsOrEmpty();
+}
+
+void HistoryPage::showRowsOrEmpty()
+{
+    // Asking for the row count builds the rows; a hidden page waits until it is shown, so
+    // copies made while the panel is closed do not filter the whole history each time.
+    if (!isVisible())
+        return;
+    m_stack->setCurrentWidget(m_rows->rowCount() == 0 ? m_empty : static_cast<QWidget*>(m_list));
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "clipboard/ClipKind.h"
+
+#include <QWidget>
+
+class HistoryListModel;
+class HistoryRowDelegate;
+class Model;
+class QButtonGroup;
+class QLabel;
+class QLineEdit;
+class QListView;
+class QPushButton;
+class QStackedWidget;
+class SymbolButton;
+
+// The history page ("Verlauf"): search, pause/resume and clear, the kind chips, then the rows
+// (favourites first). Clicking a row puts its text back on the clipboard and closes the panel.
+class HistoryPage : public QWidget
+{
+    Q_OBJECT
+public:
+    HistoryPage(Model& model, QWidget* parent = nullptr);
+
+    HistoryListModel* rows() const { return m_rows; }
+    QListView* list() const { return m_list; }
+    QLineEdit* searchField() const { return m_search; }
+    SymbolButton* recordingButton() const { return m_recording; }
+    SymbolButton* clearButton() const { return m_clear; }
+    QPushButton* chip(ClipKind kind) const;
+    QWidget* emptyState() const { return m_empty; }
+    QLabel* storageError() const { return m_storageError; }
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void showRecording();
+    void showStorageError();
+    void showRowsOrEmpty();
+
+    Model& m_model;
+    HistoryListModel* m_rows;
+    HistoryRowDelegate* m_delegate;
+    QLineEdit* m_search;
+    SymbolButton* m_recording;
+    SymbolButton* m_clear;
+    QButtonGroup* m_chips;
+    QLabel* m_storageError;
+    QStackedWidget* m_stack;
+    QListView* m_list;
+    QWidget* m_empty;
+};

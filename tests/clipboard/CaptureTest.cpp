@@ -1,0 +1,290 @@
+#include "ClipboardTests.h"
+#include "TestSupport.h"
+
+#include "app/SelfTest.h"
+#include "clipboard/ClipboardArchive.h"
+#include "productivity/Productivity.h"
+
+#include <QCryptographicHash>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sqlite3.h>
+
+#include <cstdio>
+
+namespace {
+
+const QString openFailed = QStringLiteral(
+    "Lokaler Verlauf konnte nicht geöffnet werden. Vorhandene Daten werden nicht überschrieben.");
+const QString saveFailed =
+    QStringLiteral("Kopie konnte nicht lokal gespeichert werden. Bitte freien Speicher prüfen.");
+
+void copy(ModelFixture& fixture, const QString& text, const QStringList& types = {})
+{
+    fixture.memory.clock.advance(1.0);
+    fixture.memory.pasteboard.copyFromOutside(text, types);
+    fixture.model->pollClipboard();
+}
+
+QStringList texts(const QList<Clip>& clips)
+{
+    QStringList result;
+    for (const Clip& clip : clips)
+        result.append(clip.text);
+    return result;
+}
+
+void executeRaw(const QString& path, const char* sql)
+{
+    sqlite3* db = nullptr;
+    sqlite3_open(QFile::encodeName(path).constData(), &db);
+    const int result = sqlite3_exec(db, sql, nullptr, nullptr, nullptr);
+    sqlite3_close(db);
+    QCOMPARE(result, SQLITE_OK);
+}
+
+} // namespace
+
+int captureAndHang(const QString& path, const QString& text)
+{
+    enterTestMode();
+    ModelFixture fixture(path);
+    copy(fixture, text);
+    if (fixture.model->clips().isEmpty() || fixture.model->clips().first().text != text)
+        return 2;
+    std::printf("captured\n");
+    std::fflush(stdout);
+    for (;;)
+        QThread::sleep(1);
+}
+
+// Capture into the model: the rules of each step, the storage messages and restarts.
+class CaptureTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { enterTestMode(); }
+
+    void copiesSurviveARestartWithTheirIdsAndPins()
+    {
+        QTemporaryDir dir;
+        ModelFixture fixture(dir.filePath(QStringLiteral("clipboard.sqlite")));
+        copy(fixture, QStringLiteral("A"));
+        copy(fixture, QStringLiteral("B"));
+        copy(fixture, QStringLiteral("A"));
+        const QList<Clip> before = fixture.model->clips();
+        QCOMPARE(texts(before), QStringList({QStringLiteral("A"), QStringLiteral("B")}));
+        // A favourite whose entry is not stored comes back as a stored entry at the end.
+        fixture.model->productivity().setPins({QStringLiteral("Nur Favorit"), QStringLiteral("B")});
+
+        Model& model = fixture.restart();
+        QCOMPARE(model.clips().size(), 3);
+        QCOMPARE(model.clips().mid(0, 2), before);
+        QCOMPARE(model.clips().at(2).text, QStringLiteral("Nur Favorit"));
+        QCOMPARE(model.clips().at(2).date, fixture.memory.clock.now());
+        const Clip placeholder = model.clips().at(2);
+        // Stored with the current date, so it is the newest entry from the next start on.
+        QCOMPARE(fixture.restart().clips().first(), placeholder);
+        QCOMPARE(fixture.model->clips().size(), 3);
+        QVERIFY(fixture.model->historyStorageError().isEmpty());
+    }
+
+    void recordingIsStoredAndAPausedCopyIsNeverCaptured()
+    {
+        ModelFixture fixture;
+        QVERIFY(fixture.model->recording());
+        fixture.model->setRecording(false);
+        QVERIFY(!fixture.restart().recording());
+        copy(fixture, QStringLiteral("Pausiert"));
+        fixture.model->setRecording(true);
+        fixture.model->pollClipboard();
+        QVERIFY(fixture.model->clips().isEmpty());
+        QVERIFY(fixture.restart().recording());
+        // A value of another type counts as missing: on.
+        fixture.domain.defaults->setString(QStringLiteral("recording"), QStringLiteral("nein"));
+        QVERIFY(fixture.restart().recording());
+    }
+
+    void theSizeLimitCountsUtf8Bytes_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("captured");
+        QTest::newRow("99,999 ASCII") << QString(99'999, u'a') << true;
+        QTest::newRow("100,000 ASCII") << QString(100'000, u'a') << false;
+        // 33,333 three-byte characters are 99,999 bytes in 33,333 UTF-16 units.
+        QTest::newRow("99,999 in €") << QString(33'333, u'€') << true;
+        QTest::newRow("100,002 in €") << QString(33'334, u'€') << false;
+        const QString emoji = QString::fromUtf8("\xF0\x9F\x98\x80");
+        QTest::newRow("99,999 with emoji") << emoji.repeated(24'999) + QStringLiteral("abc") << true;
+        QTest::newRow("100,000 with emoji") << emoji.repeated(25'000) << false;
+    }
+    void theSizeLimitCountsUtf8Bytes()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, captured);
+        ModelFixture fixture;
+        copy(fixture, text);
+        QCOMPARE(fixture.model->clips().size(), captured ? 1 : 0);
+    }
+
+    void deletingAndClearingKeepPinsInStep()
+    {
+        QTemporaryDir dir;
+        ModelFixture fixture(dir.filePath(QStringLiteral("clipboard.sqlite")));
+        copy(fixture, QStringLiteral("eins"));
+        copy(fixture, QStringLiteral("zwei"));
+        Productivity& productivity = fixture.model->productivity();
+        productivity.togglePin(QStringLiteral("eins"));
+        productivity.togglePin(QStringLiteral("zwei"));
+        QSignalSpy clipsSpy(fixture.model.get(), &Model::clipsChanged);
+        fixture.model->deleteClip(fixture.model->clips().last());
+        QCOMPARE(clipsSpy.size(), 1);
+        QCOMPARE(texts(fixture.model->clips()), QStringList{QStringLiteral("zwei")});
+        QCOMPARE(productivity.pins(), QStringList{QStringLiteral("zwei")});
+        QCOMPARE(texts(fixture.restart().clips()), QStringList{QStringLiteral("zwei")});
+        fixture.model->clearHistory();
+        QVERIFY(fixture.model->clips().isEmpty());
+        QVERIFY(fixture.model->productivity().pins().isEmpty());
+        QVERIFY(fixture.restart().clips().isEmpty());
+    }
+
+    void storageFailuresLeaveTheListAndReportInGerman()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("clipboard.sqlite"));
+        ModelFixture fixture(path);
+        copy(fixture, QStringLiteral("vorher"));
+        fixture.model->productivity().togglePin(QStringLiteral("vorher"));
+        // Another connection makes every write fail, as a full disk would.
+        executeRaw(path,
+                   "CREATE TRIGGER noInsert BEFORE INSERT ON clips BEGIN SELECT RAISE(ABORT, 'voll'); END;"
+                   "CREATE TRIGGER noDelete BEFORE DELETE ON clips BEGIN SELECT RAISE(ABORT, 'voll'); END;");
+        const QList<Clip> before = fixture.model->clips();
+        copy(fixture, QStringLiteral("neu"));
+        QCOMPARE(fixture.model->historyStorageError(), saveFailed);
+        QCOMPARE(fixture.model->clips(), before);
+        fixture.model->deleteClip(before.first());
+        QCOMPARE(fixture.model->historyStorageError(),
+                 QStringLiteral("Eintrag konnte nicht gelöscht werden."));
+        fixture.model->clearHistory();
+        QCOMPARE(fixture.model->historyStorageError(),
+                 QStringLiteral("Verlauf konnte nicht geleert werden."));
+        QCOMPARE(fixture.model->clips(), before);
+        QCOMPARE(fixture.model->productivity().pins(), QStringList{QStringLiteral("vorher")});
+
+        executeRaw(path, "DROP TRIGGER noInsert; DROP TRIGGER noDelete;");
+        copy(fixture, QStringLiteral("danach"));
+        QVERIFY(fixture.model->historyStorageError().isEmpty());
+        QCOMPARE(fixture.model->clips().first().text, QStringLiteral("danach"));
+    }
+
+    void anUnreadableHistoryIsNeverWritten()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("clipboard.sqlite"));
+        const QByteArray content = QByteArray("Einkaufsliste: Milch, Brot, Kaffee\n").repeated(100);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        file.close();
+
+        ModelFixture fixture(path);
+        fixture.model->productivity().togglePin(QStringLiteral("Favorit"));
+        Model& model = fixture.restart();
+        QCOMPARE(model.historyStorageError(), openFailed);
+        QVERIFY(model.archive() == nullptr);
+        QVERIFY(model.clips().isEmpty());
+        copy(fixture, QStringLiteral("ignoriert"));
+        model.deleteClip(Clip{QUuid::createUuid(), QStringLiteral("Favorit"), QDateTime()});
+        model.clearHistory();
+        QVERIFY(model.clips().isEmpty());
+        QCOMPARE(model.historyStorageError(), openFailed);
+        // Deleting and clearing did nothing, so the favourite is still there.
+        QCOMPARE(model.productivity().pins(), QStringList{QStringLiteral("Favorit")});
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), content);
+    }
+
+    void aFailedFavouriteSaveAtStartDropsTheArchive()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("clipboard.sqlite"));
+        ModelFixture fixture(path);
+        copy(fixture, QStringLiteral("gespeichert"));
+        fixture.model->productivity().togglePin(QStringLiteral("nicht gespeichert"));
+        executeRaw(path,
+                   "CREATE TRIGGER noInsert BEFORE INSERT ON clips BEGIN SELECT RAISE(ABORT, 'voll'); END;");
+        Model& model = fixture.restart();
+        QCOMPARE(model.historyStorageError(), openFailed);
+        QVERIFY(model.archive() == nullptr);
+        QVERIFY(model.clips().isEmpty());
+    }
+
+    void aCapturedCopySurvivesAKill()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("clipboard.sqlite"));
+        const QString text = QStringLiteral("überlebt SIGKILL ") + QUuid::createUuid().toString();
+        QProcess child;
+        child.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+        child.start(QCoreApplication::applicationFilePath(),
+                    {QStringLiteral("--capture-and-hang"), path, text});
+        QVERIFY(child.waitForStarted());
+        QByteArray output;
+        QTRY_VERIFY_WITH_TIMEOUT((output += child.readAllStandardOutput()).contains("captured") ||
+                                     child.state() == QProcess::NotRunning,
+                                 20000);
+        QVERIFY2(child.state() == QProcess::Running, child.readAllStandardError().constData());
+        child.kill();
+        QVERIFY(child.waitForFinished());
+
+        ModelFixture restarted(path);
+        QCOMPARE(restarted.model->historyStorageError(), QString());
+        QCOMPARE(texts(restarted.model->clips()), QStringList{text});
+    }
+
+    void theSelfTestGroupsPassOnAFreshModelAndLeaveItClean()
+    {
+        ModelFixture fixture;
+        QCOMPARE(SelfTestGroups::clipboardCapture(*fixture.model, fixture.memory).left(17),
+                 QStringLiteral("clipboard capture"));
+        QCOMPARE(SelfTestGroups::historyPersistence(*fixture.model, fixture.memory).left(25),
+                 QStringLiteral("local history persistence"));
+        QVERIFY(fixture.model->clips().isEmpty());
+        QVERIFY(fixture.model->recording());
+        QVERIFY(fixture.model->productivity().pins().isEmpty());
+    }
+
+    void aSignalledChangeIsCapturedAtOnceAndCopyBackIsNot()
+    {
+        QTemporaryDir dir;
+        MemoryPlatform memory;
+        ScratchDomain domain;
+        Model model(*domain.defaults, memory.platform(), true, memory.pasteboard,
+                    dir.filePath(QStringLiteral("clipboard.sqlite")));
+        model.stopHeartbeat();
+        memory.pasteboard.copyFromOutside(QStringLiteral("sofort"));
+        QTRY_COMPARE(texts(model.clips()), QStringList{QStringLiteral("sofort")});
+        memory.pasteboard.copyFromOutside(QStringLiteral("noch eine"));
+        QTRY_COMPARE(model.clips().size(), 2);
+
+        const QList<Clip> before = model.clips();
+        model.copyBack(before.last());
+        QCoreApplication::processEvents();
+        model.pollClipboard();
+        QCOMPARE(model.clips(), before);
+        QCOMPARE(memory.pasteboard.string(), std::optional<QString>(QStringLiteral("sofort")));
+    }
+};
+
+int runCaptureTests(int argc, char** argv)
+{
+    CaptureTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "CaptureTest.moc"

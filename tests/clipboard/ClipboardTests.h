@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+// The test classes of this program; main runs them in turn.
+int runArchiveTests(int argc, char** argv);
+int runCaptureTests(int argc, char** argv);
+int runClassifyTests(int argc, char** argv);
+int runRowsTests(int argc, char** argv);
+int runPageTests(int argc, char** argv);
+int runPasteboardTests(int argc, char** argv);
+
+// Child-process mode of the crash test: captures `text` into the history file at `path`,
+// prints "captured" and waits to be killed.
+int captureAndHang(const QString& path, const QString& text);

@@ -1,0 +1,178 @@
+#include "ClipboardTests.h"
+#include "TestSupport.h"
+
+#include "clipboard/ClipSearch.h"
+#include "clipboard/HistoryListModel.h"
+#include "clipboard/VisibleClips.h"
+#include "productivity/Productivity.h"
+
+#include <QAbstractItemModelTester>
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+const QDateTime now(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC);
+
+QList<Clip> history(const QStringList& texts)
+{
+    QList<Clip> clips;
+    for (qsizetype i = 0; i < texts.size(); ++i)
+        clips.append(Clip{QUuid::createUuid(), texts.at(i), now.addSecs(-i)});
+    return clips;
+}
+
+QStringList texts(const QList<Clip>& clips)
+{
+    QStringList result;
+    for (const Clip& clip : clips)
+        result.append(clip.text);
+    return result;
+}
+
+} // namespace
+
+// The visible rows: favourites first, search and filter; and the list model that feeds the page.
+class RowsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { enterTestMode(); }
+
+    void favouritesComeFirstInTheirOrder()
+    {
+        const QList<Clip> clips = history({"neu", "Favorit zwei", "mitte", "Favorit eins", "alt"});
+        const QStringList pins{"Favorit eins", "Nur noch Favorit", "Favorit zwei"};
+        const QList<ClipRow> rows = visibleClipRows(clips, pins, {}, ClipKind::all, now);
+        QCOMPARE(rows.size(), 6);
+        QCOMPARE(rows.at(0).clip, clips.at(3));
+        // A favourite that left the history is a placeholder made now, with an id of its own.
+        QCOMPARE(rows.at(1).clip.text, QStringLiteral("Nur noch Favorit"));
+        QCOMPARE(rows.at(1).clip.date, now);
+        QVERIFY(!rows.at(1).clip.id.isNull());
+        QCOMPARE(rows.at(2).clip, clips.at(1));
+        QCOMPARE(texts(visibleClips(clips, pins, {}, ClipKind::all, now)).mid(3),
+                 QStringList({"neu", "mitte", "alt"}));
+        for (int i = 0; i < rows.size(); ++i)
+            QCOMPARE(rows.at(i).pinned, i < 3);
+    }
+
+    void searchAndFilterBothHold()
+    {
+        const QList<Clip> clips =
+            history({"Rechnung 2026", "42%", "rechnungen@example.de", "#FFAA00", "Notiz"});
+        QCOMPARE(texts(visibleClips(clips, {}, "RECHNUNG", ClipKind::all, now)),
+                 QStringList({"Rechnung 2026", "rechnungen@example.de"}));
+        QCOMPARE(texts(visibleClips(clips, {}, "rechnung", ClipKind::emails, now)),
+                 QStringList{"rechnungen@example.de"});
+        QCOMPARE(texts(visibleClips(clips, {}, {}, ClipKind::numbers, now)), QStringList{"42%"});
+        QCOMPARE(texts(visibleClips(clips, {"Notiz"}, {}, ClipKind::pinned, now)), QStringList{"Notiz"});
+        QVERIFY(visibleClips(clips, {}, {}, ClipKind::pinned, now).isEmpty());
+        // The search text is not trimmed.
+        QVERIFY(visibleClips(clips, {}, " Notiz", ClipKind::all, now).isEmpty());
+        // A favourite's placeholder is filtered like any row.
+        QCOMPARE(texts(visibleClips(clips, {"#00FF00"}, {}, ClipKind::colors, now)),
+                 QStringList({"#00FF00", "#FFAA00"}));
+    }
+
+    void searchIgnoresCaseLikeTheLibrary()
+    {
+        // The anchored search must give exactly QStringView::contains(…, Qt::CaseInsensitive).
+        const QStringList pieces{"a",      "A",      "k",      "K",          "\u212a",     "s",
+                                 "S",      "\u017f", "\u00df", "\u1e9e",     "\u03c3",     "\u03c2",
+                                 "\u03a3", "\u0130", "i",      "I",          "\u0131",     "e",
+                                 " ",      "\u00e4", "\u00c4", "\U00010400", "\U00010428", "x"};
+        QRandomGenerator random(7);
+        auto make = [&](int maxPieces) {
+            QString text;
+            const int n = 1 + random.bounded(maxPieces);
+            for (int k = 0; k < n; ++k)
+                text += pieces.at(random.bounded(int(pieces.size())));
+            return text;
+        };
+        const QLocale german(QLocale::German, QLocale::Germany);
+        for (int round = 0; round < 3000; ++round) {
+            const QString needle = make(3);
+            const ClipSearch search(needle, german);
+            for (int k = 0; k < 10; ++k) {
+                const QString hay = make(14);
+                QVERIFY2(search.matches(hay) == QStringView(hay).contains(needle, Qt::CaseInsensitive),
+                         qPrintable(needle + QStringLiteral(" in ") + hay));
+            }
+        }
+        QVERIFY(ClipSearch(QString(), german).matches(u"alles"));
+    }
+
+    void turkishSearchKnowsItsDottedI()
+    {
+        const QLocale turkish(QLocale::Turkish, QLocale::Turkey);
+        QVERIFY(ClipSearch(QStringLiteral("İSTANBUL"), turkish).matches(u"istanbul"));
+        QVERIFY(ClipSearch(QStringLiteral("IRMAK"), turkish).matches(u"ırmak"));
+        QVERIFY(!ClipSearch(QStringLiteral("IRMAK"), turkish).matches(u"irmak"));
+    }
+
+    void theListModelFollowsHistoryPinsAndChoices()
+    {
+        ModelFixture fixture;
+        Model& model = *fixture.model;
+        HistoryListModel rows(model);
+        QAbstractItemModelTester tester(&rows, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        auto copy = [&](const QString& text) {
+            fixture.memory.clock.advance(60);
+            fixture.memory.pasteboard.copyFromOutside(text);
+            model.pollClipboard();
+        };
+        copy("https://example.com");
+        copy("42");
+        copy("Notiz");
+        QCOMPARE(rows.rowCount(), 3);
+        QCOMPARE(rows.data(rows.index(0), HistoryListModel::TextRole).toString(), QStringLiteral("Notiz"));
+        QCOMPARE(rows.data(rows.index(0), HistoryListModel::CaptionRole).toString(),
+                 QStringLiteral("Text · ") +
+                     fixture.memory.clock.now().toLocalTime().toString(QStringLiteral("HH:mm")));
+        QCOMPARE(rows.data(rows.index(2), HistoryListModel::KindRole).toString(), QStringLiteral("Links"));
+
+        model.productivity().togglePin("42");
+        QCOMPARE(rows.data(rows.index(0), HistoryListModel::TextRole).toString(), QStringLiteral("42"));
+        QVERIFY(rows.data(rows.index(0), HistoryListModel::PinnedRole).toBool());
+
+        QSignalSpy searchSpy(&rows, &HistoryListModel::searchChanged);
+        rows.setSearch("NOTIZ");
+        QCOMPARE(searchSpy.size(), 1);
+        QCOMPARE(rows.rowCount(), 1);
+        rows.setSearch({});
+        rows.setFilter(ClipKind::links);
+        QCOMPARE(rows.rowCount(), 1);
+        rows.setFilter(ClipKind::all);
+
+        // Row actions reach the model.
+        bool closed = false;
+        model.close = [&closed] { closed = true; };
+        rows.copyBack(2);
+        QVERIFY(closed);
+        QCOMPARE(fixture.memory.pasteboard.string(),
+                 std::optional<QString>(QStringLiteral("https://example.com")));
+        rows.togglePin(0);
+        QVERIFY(model.productivity().pins().isEmpty());
+        rows.remove(0);
+        QCOMPARE(texts(model.clips()), QStringList({"42", "https://example.com"}));
+        rows.remove(99);
+        QCOMPARE(rows.rowCount(), 2);
+
+        // A long copy shows one line of limited length.
+        copy(QStringLiteral("erste Zeile\nzweite Zeile ") + QString(1000, u'x'));
+        const QString preview = rows.data(rows.index(0), Qt::DisplayRole).toString();
+        QCOMPARE(preview.size(), HistoryListModel::previewLength);
+        QVERIFY(preview.startsWith(QStringLiteral("erste Zeile zweite")));
+    }
+};
+
+int runRowsTests(int argc, char** argv)
+{
+    RowsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "RowsTest.moc"
