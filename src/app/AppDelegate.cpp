@@ -54,7 +54,9 @@ void AppDelegate::launch()
 
     // 5. The track toast joins here with the media pages.
 
-    // 6. The status item.
+    // 6. The status item. Its icon lives in the views library's resources, which a static link
+    // leaves out unless asked for.
+    Q_INIT_RESOURCE(brenlow);
     m_platform.statusBar.show(QString::fromLatin1(statusSymbol), QStringLiteral("Brenlow"));
     connect(&m_platform.statusBar, &StatusBar::activated, this, &AppDelegate::toggle);
     connect(&m_platform.statusBar, &StatusBar::quitRequested, this, [] { QCoreApplication::quit(); });
