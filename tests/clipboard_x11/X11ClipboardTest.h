@@ -1,0 +1,3 @@
+#pragma once
+
+int runX11ClipboardTests(int argc, char** argv);
