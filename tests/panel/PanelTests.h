@@ -4,4 +4,5 @@
 int runGeometryTests(int argc, char** argv);
 int runHoverRuleTests(int argc, char** argv);
 int runControllerTests(int argc, char** argv);
+int runTriggerTests(int argc, char** argv);
 int runDelegateTests(int argc, char** argv);

@@ -9,6 +9,7 @@ int main(int argc, char** argv)
     failures += runGeometryTests(argc, argv);
     failures += runHoverRuleTests(argc, argv);
     failures += runControllerTests(argc, argv);
+    failures += runTriggerTests(argc, argv);
     failures += runDelegateTests(argc, argv);
     return failures;
 }
