@@ -24,6 +24,11 @@ QFont PanelTheme::digits(int pixelSize, QFont::Weight weight)
     return font;
 }
 
+QString PanelTheme::buttonText(QString text)
+{
+    return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
 QString PanelTheme::styleSheet()
 {
     const QString text = PanelTheme::text().name();
@@ -44,14 +49,15 @@ QPushButton[kind="primary"] { color: #0a0c18; background: %3; font-weight: 600; 
 QPushButton[kind="primary"]:hover { background: #93aeff; }
 QPushButton[kind="plain"] { background: transparent; color: %2; padding: 5px 6px; }
 QPushButton[kind="plain"]:hover { color: %1; }
-QPushButton[kind="chip"] { border-radius: 11px; padding: 3px 9px; background: rgba(255,255,255,0.08); color: %2; }
+QPushButton[kind="chip"] { border-radius: 11px; padding: 3px 4px; background: rgba(255,255,255,0.08); color: %2; }
 QPushButton[kind="chip"]:checked { background: %3; color: #0a0c18; font-weight: 600; }
 QPushButton[kind="segment"] { border-radius: 7px; padding: 4px 8px; background: transparent; color: %2; }
 QPushButton[kind="segment"]:checked { background: rgba(255,255,255,0.16); color: %1; font-weight: 600; }
 QComboBox {
     color: %1; background: rgba(255,255,255,0.10); border: none; border-radius: 8px; padding: 4px 10px;
 }
-QComboBox::drop-down { border: none; width: 18px; }
+QComboBox::drop-down { border: none; width: 20px; }
+QComboBox::down-arrow { image: url(:/brenlow/chevron-down.svg); width: 10px; height: 10px; }
 QComboBox QAbstractItemView {
     color: %1; background: #1c1c1f; border: 1px solid #333338; selection-background-color: %3;
     selection-color: #0a0c18; outline: none;

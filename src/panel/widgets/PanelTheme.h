@@ -27,6 +27,8 @@ public:
     static QFont font(int pixelSize, QFont::Weight weight = QFont::Normal);
     // Times and counters: digits of equal width so they do not jitter.
     static QFont digits(int pixelSize, QFont::Weight weight = QFont::Medium);
+    // Button texts show "&" as written instead of taking it for a mnemonic marker.
+    static QString buttonText(QString text);
     // Rules for the standard controls inside the panel.
     static QString styleSheet();
 };

@@ -5,6 +5,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 SymbolButton::SymbolButton(const QString& symbol, const QString& hint, int diameter, QWidget* parent)
     : QAbstractButton(parent), m_symbol(symbol), m_diameter(diameter)
 {
@@ -70,9 +72,11 @@ void SymbolButton::paintEvent(QPaintEvent*)
     if (!isEnabled())
         glyph = PanelTheme::tertiary();
     painter.setPen(Qt::NoPen);
-    painter.drawEllipse(disc);
+    // A capsule: a circle for square buttons, a pill for the stretched tabs.
+    const qreal radius = std::min(disc.width(), disc.height()) / 2;
+    painter.drawRoundedRect(disc, radius, radius);
 
-    const int glyphSize = qRound(m_diameter * 0.6);
+    const int glyphSize = qRound(std::min(width(), height()) * 0.6);
     const auto glyphFont = Symbol::font(glyphSize);
     painter.setFont(glyphFont ? *glyphFont : PanelTheme::font(qMax(8, m_diameter / 3)));
     painter.setPen(glyph);

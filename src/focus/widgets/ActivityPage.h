@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QWidget>
+
+class Model;
+class NoticeListModel;
+class QListView;
+
+// The "Aktivität" page: what the list shows, then the notices, newest first.
+class ActivityPage : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit ActivityPage(Model& model, QWidget* parent = nullptr);
+
+    QListView* list() const { return m_list; }
+    NoticeListModel* notices() const { return m_notices; }
+
+private:
+    NoticeListModel* m_notices;
+    QListView* m_list;
+};

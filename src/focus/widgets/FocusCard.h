@@ -1,0 +1,34 @@
+#pragma once
+
+#include "panel/widgets/Card.h"
+
+#include <QList>
+
+class Model;
+class QLabel;
+class QPushButton;
+class SymbolButton;
+
+// The overview's focus timer: time left, start/pause, reset and the preset lengths.
+class FocusCard : public Card
+{
+    Q_OBJECT
+public:
+    explicit FocusCard(Model& model, QWidget* parent = nullptr);
+
+    QString timeText() const;
+    QString caption() const;
+    SymbolButton* toggleButton() const { return m_toggle; }
+    SymbolButton* resetButton() const { return m_reset; }
+    QList<QPushButton*> presetButtons() const { return m_presets; }
+
+private:
+    void sync();
+
+    Model& m_model;
+    QLabel* m_time;
+    QLabel* m_caption;
+    SymbolButton* m_toggle;
+    SymbolButton* m_reset;
+    QList<QPushButton*> m_presets;
+};
