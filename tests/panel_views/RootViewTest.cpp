@@ -1,0 +1,399 @@
+#include "PanelViewsTests.h"
+#include "ViewRig.h"
+
+#include "clipboard/widgets/HistoryPage.h"
+#include "focus/widgets/FocusCard.h"
+#include "model/Preferences.h"
+#include "panel/widgets/ButtonRow.h"
+#include "panel/widgets/FullLayout.h"
+#include "panel/widgets/HeaderRow.h"
+#include "panel/widgets/InfoCard.h"
+#include "panel/widgets/MiniOverview.h"
+#include "panel/widgets/OnboardingPane.h"
+#include "panel/widgets/OverviewPage.h"
+#include "panel/widgets/PlaceholderPage.h"
+#include "panel/widgets/SettingsPane.h"
+#include "panel/widgets/ShelfPage.h"
+#include "panel/widgets/StatusLineView.h"
+#include "panel/widgets/SymbolButton.h"
+#include "panel/widgets/TabBar.h"
+#include "panel/widgets/WelcomeGlow.h"
+#include "productivity/Productivity.h"
+#include "setup/OnboardingState.h"
+
+#include <QMenu>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTest>
+
+namespace {
+
+void setLayout(Model& model, PanelLayout layout)
+{
+    model.preferences().update([layout](PreferenceValues& values) { values.layout = layout; });
+}
+
+void fits(RootView& root, QSize size, const char* what)
+{
+    root.resize(size);
+    QApplication::processEvents();
+    const QSize needed = root.contentMinimum();
+    QVERIFY2(needed.width() <= size.width() && needed.height() <= size.height(),
+             qPrintable(QStringLiteral("%1 needs %2×%3 in %4×%5")
+                            .arg(QLatin1String(what))
+                            .arg(needed.width())
+                            .arg(needed.height())
+                            .arg(size.width())
+                            .arg(size.height())));
+}
+
+} // namespace
+
+// The root view through its real widgets: what it shows for which state, the header buttons,
+// tabs, status line, focus card, mini overview and the drop target.
+class RootViewTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { enterTestMode(); }
+
+    void showsOnlyTheShapeWhileClosedAndTheGlowDuringTheIntro()
+    {
+        ViewRig rig;
+        rig.model().setExpanded(false);
+        RootView& root = *(rig.root = std::make_unique<RootView>(rig.model()));
+        root.resize(160, 24);
+        root.show();
+        QCOMPARE(root.content(), PanelContent::nothing);
+        QVERIFY(!root.fullLayout()->isVisible());
+        QVERIFY(!root.header()->isVisible());
+
+        rig.model().setIntroActive(true);
+        QCOMPARE(root.content(), PanelContent::glow);
+        QVERIFY(root.welcomeGlow()->isVisible());
+        QVERIFY(root.welcomeGlow()->isAnimating());
+
+        rig.model().setIntroActive(false);
+        rig.model().setExpanded(true);
+        QCOMPARE(root.content(), PanelContent::full);
+        QVERIFY(!root.welcomeGlow()->isAnimating());
+        QVERIFY(root.fullLayout()->isVisible());
+        QVERIFY(root.header()->isVisible());
+    }
+
+    void tourShowsEvenWhenMiniIsOn()
+    {
+        ViewRig rig;
+        rig.model().productivity().setMini(true);
+        RootView& root = rig.open({640, 528});
+        QCOMPARE(root.content(), PanelContent::mini);
+        rig.model().setPage(Page::onboarding);
+        QCOMPARE(root.content(), PanelContent::onboarding);
+        QVERIFY(root.onboardingPane()->isVisible());
+        QVERIFY(!root.miniOverview()->isVisible());
+        QVERIFY(!root.fullLayout()->isVisible());
+    }
+
+    void statusLineShowsAMessageForExactlySixSeconds()
+    {
+        ViewRig rig;
+        rig.model().preferences().update([](PreferenceValues& v) { v.shortcut = HistoryShortcut::optionV; });
+        RootView& root = rig.open();
+        StatusLineView* status = root.fullLayout()->statusLine();
+        const QString hint = QStringLiteral("⌥ V  Verlauf · ⌘ halten  Befehle");
+        QCOMPARE(status->text(), hint);
+        QCOMPARE(status->trailingText(), QStringLiteral("BRENLOW"));
+
+        rig.model().setMessage(QStringLiteral("Erste"));
+        rig.memory().scheduler.advance(4.0);
+        rig.model().setMessage(QStringLiteral("Zweite"));
+        QCOMPARE(status->text(), QStringLiteral("Zweite"));
+        // The newer message restarts the six seconds.
+        rig.memory().scheduler.advance(5.99);
+        QCOMPARE(status->text(), QStringLiteral("Zweite"));
+        rig.memory().scheduler.advance(0.02);
+        QCOMPARE(status->text(), hint);
+
+        rig.model().preferences().update([](PreferenceValues& v) { v.shortcut = HistoryShortcut::off; });
+        QCOMPARE(status->text(), QStringLiteral("Verlauf über den Tab öffnen · ⌘ halten  Befehle"));
+    }
+
+    void headerButtonsActOnTheModel()
+    {
+        ViewRig rig;
+        std::optional<int> closed;
+        rig.model().close = [&closed] { closed = closed.value_or(0) + 1; };
+        RootView& root = rig.open();
+        ButtonRow* row = root.fullLayout()->buttonRow();
+
+        // The menu-bar integration is off, so its button is not offered.
+        QStringList hints;
+        for (SymbolButton* button : row->visibleButtons())
+            hints.append(button->toolTip());
+        QStringList expected;
+        for (const HeaderButtons::Entry& entry : HeaderButtons::entries(false))
+            expected.append(entry.hint);
+        QCOMPARE(hints, expected);
+
+        QTest::mouseClick(row->button(HeaderButtons::pin), Qt::LeftButton);
+        QVERIFY(rig.model().panelPinned());
+        QVERIFY(row->button(HeaderButtons::pin)->isChecked());
+        QTest::mouseClick(row->button(HeaderButtons::pin), Qt::LeftButton);
+        QVERIFY(!rig.model().panelPinned());
+
+        QTest::mouseClick(row->button(HeaderButtons::capture), Qt::LeftButton);
+        QCOMPARE(rig.model().page(), Page::capture);
+        QCOMPARE(row->headline(), QStringLiteral("Festhalten und teilen."));
+        QTest::mouseClick(row->button(HeaderButtons::settings), Qt::LeftButton);
+        QCOMPARE(rig.model().page(), Page::settings);
+        QVERIFY(qobject_cast<SettingsPane*>(root.fullLayout()->currentPage()));
+
+        QTest::mouseClick(row->button(HeaderButtons::close), Qt::LeftButton);
+        QCOMPARE(closed, std::optional<int>(1));
+
+        QTest::mouseClick(row->button(HeaderButtons::mini), Qt::LeftButton);
+        QVERIFY(rig.model().productivity().mini());
+        QCOMPARE(rig.model().page(), Page::home);
+        QCOMPARE(root.content(), PanelContent::mini);
+    }
+
+    void ellipsisMenuOpensSettings()
+    {
+        ViewRig rig;
+        RootView& root = rig.open();
+        QMenu* menu = root.fullLayout()->buttonRow()->menu();
+        QStringList items;
+        for (QAction* action : menu->actions())
+            items.append(action->text());
+        QCOMPARE(items, (QStringList{QStringLiteral("Einstellungen"), QStringLiteral("Beenden")}));
+        menu->actions().first()->trigger();
+        QCOMPARE(rig.model().page(), Page::settings);
+    }
+
+    void tabsSelectTheirPages()
+    {
+        ViewRig rig;
+        RootView& root = rig.open({620, 466});
+        TabBar* tabs = root.fullLayout()->tabBar();
+        QCOMPARE(tabs->current(), std::optional<Page>(Page::home));
+        QTest::mouseClick(tabs->tab(Page::search), Qt::LeftButton);
+        QCOMPARE(rig.model().page(), Page::search);
+        QCOMPARE(tabs->current(), std::optional<Page>(Page::search));
+        auto* placeholder = qobject_cast<PlaceholderPage*>(root.fullLayout()->currentPage());
+        QVERIFY(placeholder);
+        QCOMPARE(placeholder->headlineText(), QStringLiteral("Auf deinem Mac suchen"));
+        QCOMPARE(placeholder->titleText(), QStringLiteral("Suche"));
+
+        QTest::mouseClick(tabs->tab(Page::clipboard), Qt::LeftButton);
+        QVERIFY(qobject_cast<HistoryPage*>(root.fullLayout()->currentPage()));
+
+        // A page reached without a tab marks none.
+        rig.model().setPage(Page::events);
+        QCOMPARE(tabs->current(), std::nullopt);
+        QCOMPARE(root.fullLayout()->buttonRow()->title(), QStringLiteral("AKTIVITÄT"));
+    }
+
+    void focusCardPresetsAndButtons()
+    {
+        ViewRig rig;
+        RootView& root = rig.open();
+        auto* overview = qobject_cast<OverviewPage*>(root.fullLayout()->currentPage());
+        QVERIFY(overview);
+        FocusCard* card = overview->focusCard();
+        QCOMPARE(card->timeText(), QStringLiteral("25:00"));
+        QCOMPARE(card->caption(), QStringLiteral("Bereit, wenn du es bist."));
+        for (QPushButton* chip : card->presetButtons())
+            QVERIFY(!chip->isChecked());
+
+        QPushButton* fifteen = card->presetButtons().at(1);
+        QCOMPARE(fifteen->text(), QStringLiteral("15 Min"));
+        QTest::mouseClick(fifteen, Qt::LeftButton);
+        QCOMPARE(rig.model().duration(), qint64(900));
+        QCOMPARE(card->timeText(), QStringLiteral("15:00"));
+        for (QPushButton* chip : card->presetButtons())
+            QCOMPARE(chip->isChecked(), chip == fifteen);
+        // Clicking the highlighted chip again keeps it highlighted.
+        QTest::mouseClick(fifteen, Qt::LeftButton);
+        QVERIFY(fifteen->isChecked());
+
+        QTest::mouseClick(card->toggleButton(), Qt::LeftButton);
+        QVERIFY(rig.model().timerRunning());
+        QCOMPARE(card->toggleButton()->symbol(), QStringLiteral("pause.fill"));
+        QCOMPARE(card->caption(), QStringLiteral("Zeit für deinen Flow."));
+        rig.memory().clock.advance(61);
+        rig.model().tick();
+        QCOMPARE(card->timeText(), QStringLiteral("13:59"));
+
+        QTest::mouseClick(card->resetButton(), Qt::LeftButton);
+        QVERIFY(!rig.model().timerRunning());
+        QCOMPARE(card->timeText(), QStringLiteral("15:00"));
+        QCOMPARE(card->toggleButton()->symbol(), QStringLiteral("play.fill"));
+    }
+
+    void overviewStacksCardsOnlyInTheTallLayout()
+    {
+        ViewRig rig;
+        RootView& root = rig.open();
+        auto* overview = qobject_cast<OverviewPage*>(root.fullLayout()->currentPage());
+        QVERIFY(!overview->stacked());
+        setLayout(rig.model(), PanelLayout::tall);
+        QVERIFY(overview->stacked());
+        setLayout(rig.model(), PanelLayout::wide);
+        QVERIFY(!overview->stacked());
+        QCOMPARE(overview->devicesCard()->firstLine(), QStringLiteral("Netzbetrieb"));
+        QCOMPARE(overview->microphoneCard()->firstLine(), QStringLiteral("Mikrofon bereit"));
+        QCOMPARE(overview->microphoneCard()->secondLine(), QStringLiteral("Kamera nicht aktiv"));
+    }
+
+    void miniOverviewButtons()
+    {
+        ViewRig rig;
+        rig.model().productivity().setMini(true);
+        RootView& root = rig.open({440, 112});
+        MiniOverview* mini = root.miniOverview();
+        QVERIFY(mini->isVisible());
+        QCOMPARE(mini->timerButton()->text(), QStringLiteral("25:00"));
+        QCOMPARE(mini->timerButton()->toolTip(), QStringLiteral("Fokus starten / pausieren"));
+        QCOMPARE(mini->statusText(), QStringLiteral("Netzbetrieb · Mikrofon bereit"));
+        QTest::mouseClick(mini->timerButton(), Qt::LeftButton);
+        QVERIFY(rig.model().timerRunning());
+
+        QTest::mouseClick(mini->searchButton(), Qt::LeftButton);
+        QCOMPARE(rig.model().page(), Page::search);
+        QCOMPARE(root.content(), PanelContent::full);
+
+        rig.model().setPage(Page::home);
+        QCOMPARE(root.content(), PanelContent::mini);
+        int resizes = 0;
+        rig.model().resize = [&resizes] { ++resizes; };
+        QTest::mouseClick(mini->expandButton(), Qt::LeftButton);
+        QVERIFY(!rig.model().productivity().mini());
+        QCOMPARE(root.content(), PanelContent::full);
+        // The panel must grow back to the full overview.
+        QVERIFY(resizes >= 1);
+    }
+
+    void headerClockTurnsOverAtTheMinute()
+    {
+        ViewRig rig;
+        rig.memory().clock.setNow(QDateTime(QDate(2026, 3, 7), QTime(9, 41, 50)).toUTC());
+        RootView& root = rig.open();
+        QCOMPARE(root.header()->timeText(), QStringLiteral("09:41"));
+        QCOMPARE(root.header()->dateText(), QStringLiteral("07.03."));
+        rig.memory().scheduler.advance(9.9);
+        QCOMPARE(root.header()->timeText(), QStringLiteral("09:41"));
+        rig.memory().scheduler.advance(0.2);
+        QCOMPARE(root.header()->timeText(), QStringLiteral("09:42"));
+        rig.memory().scheduler.advance(60);
+        QCOMPARE(root.header()->timeText(), QStringLiteral("09:43"));
+    }
+
+    void droppedFilesGoToTheShelf()
+    {
+        ViewRig rig;
+        std::optional<Page> shown;
+        rig.model().show = [&shown](std::optional<Page> page) { shown = page; };
+        RootView& root = rig.open();
+
+        QMimeData web;
+        web.setUrls({QUrl(QStringLiteral("https://example.org/a"))});
+        QDragEnterEvent refused(QPoint(10, 10), Qt::CopyAction, &web, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&root, &refused);
+        QVERIFY(!refused.isAccepted());
+        QVERIFY(!root.targeted());
+
+        const QUrl file = QUrl::fromLocalFile(QStringLiteral("/tmp/Bericht.pdf"));
+        const QUrl app = QUrl::fromLocalFile(QStringLiteral("/opt/Editor.APP"));
+        QMimeData files;
+        files.setUrls({file, QUrl(QStringLiteral("https://example.org/b")), app});
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&root, &enter);
+        QVERIFY(enter.isAccepted());
+        QVERIFY(root.targeted());
+
+        QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&root, &drop);
+        QVERIFY(drop.isAccepted());
+        QVERIFY(!root.targeted());
+        QCOMPARE(shown, std::optional<Page>(Page::shelf));
+        QCOMPARE(rig.model().files(), QList<QUrl>{file});
+        QVERIFY(rig.model().apps().contains(app));
+    }
+
+    void shelfListsFilesAndAppsAndRemovesFiles()
+    {
+        ViewRig rig;
+        rig.model().setPage(Page::shelf);
+        RootView& root = rig.open({620, 466});
+        auto* shelf = qobject_cast<ShelfPage*>(root.fullLayout()->currentPage());
+        QVERIFY(shelf);
+        QVERIFY(shelf->showsEmptyState());
+        QVERIFY(labelTexts(shelf).contains(QStringLiteral("Hier ist Platz für deine Dateien.")));
+        QCOMPARE(shelf->appNames(), (QStringList{QStringLiteral("Safari"), QStringLiteral("Notes"),
+                                                 QStringLiteral("Terminal")}));
+
+        rig.model().addFiles({QUrl::fromLocalFile(QStringLiteral("/tmp/a.txt")),
+                              QUrl::fromLocalFile(QStringLiteral("/tmp/b.png"))});
+        QVERIFY(!shelf->showsEmptyState());
+        QCOMPARE(shelf->fileNames(), (QStringList{QStringLiteral("a.txt"), QStringLiteral("b.png")}));
+        auto removes = shelf->findChildren<SymbolButton*>();
+        removes.erase(
+            std::remove_if(removes.begin(), removes.end(),
+                           [](SymbolButton* b) { return b->symbol() != u"xmark" || b->isHidden(); }),
+            removes.end());
+        QCOMPARE(removes.size(), 2);
+        QTest::mouseClick(removes.first(), Qt::LeftButton);
+        QCOMPARE(rig.model().files().size(), 1);
+        QCOMPARE(shelf->fileNames(), QStringList{QStringLiteral("b.png")});
+    }
+
+    void everyStateFitsTheSizeTheWindowGivesIt()
+    {
+        ViewRig rig;
+        RootView& root = rig.open();
+        // As first shown, before any page change or resize could have refreshed its layouts.
+        QVERIFY(root.contentMinimum().width() <= 620 && root.contentMinimum().height() <= 378);
+        struct Case
+        {
+            PanelLayout layout;
+            QSize home;
+            QSize other;
+        };
+        const Case cases[] = {{PanelLayout::wide, {800, 378}, {800, 426}},
+                              {PanelLayout::balanced, {620, 378}, {620, 466}},
+                              {PanelLayout::tall, {520, 556}, {520, 556}}};
+        for (const Case& c : cases) {
+            setLayout(rig.model(), c.layout);
+            rig.model().setPage(Page::home);
+            fits(root, c.home, "overview");
+            for (Page page : {Page::settings, Page::events, Page::shelf, Page::search, Page::commands,
+                              Page::weather, Page::capture, Page::menuApps, Page::notes, Page::workspaces}) {
+                rig.model().setPage(page);
+                fits(root, c.other, qPrintable(Pages::title(page)));
+            }
+            rig.model().setPage(Page::settings);
+            for (const QString& section :
+                 {QStringLiteral("Ansicht"), QStringLiteral("Bedienung"), QStringLiteral("Fokus & Daten")}) {
+                rig.model().setSettingsSection(section);
+                fits(root, c.other, qPrintable(section));
+            }
+        }
+        rig.model().productivity().setMini(true);
+        rig.model().setPage(Page::home);
+        fits(root, {440, 112}, "mini");
+        rig.model().setPage(Page::onboarding);
+        for (int step = 0; step <= OnboardingState::lastStep; ++step) {
+            rig.model().onboarding().setStep(step);
+            fits(root, {640, 528}, "onboarding");
+        }
+    }
+};
+
+int runRootViewTests(int argc, char** argv)
+{
+    RootViewTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "RootViewTest.moc"

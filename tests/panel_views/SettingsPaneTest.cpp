@@ -1,0 +1,224 @@
+#include "PanelViewsTests.h"
+#include "ViewRig.h"
+
+#include "model/Preferences.h"
+#include "panel/widgets/ControlSettings.h"
+#include "panel/widgets/DelayRow.h"
+#include "panel/widgets/FocusDataSettings.h"
+#include "panel/widgets/FocusStepper.h"
+#include "panel/widgets/FullLayout.h"
+#include "panel/widgets/LayoutButton.h"
+#include "panel/widgets/PopupComboBox.h"
+#include "panel/widgets/SegmentedControl.h"
+#include "panel/widgets/SettingsPane.h"
+#include "panel/widgets/ToggleRow.h"
+#include "panel/widgets/ToggleSwitch.h"
+#include "panel/widgets/ViewSettings.h"
+#include "productivity/Productivity.h"
+
+#include <QPushButton>
+#include <QSlider>
+#include <QTest>
+
+namespace {
+
+struct SettingsRig : ViewRig
+{
+    explicit SettingsRig(const QString& section = QStringLiteral("Ansicht"))
+    {
+        model().setSettingsSection(section);
+        model().setPage(Page::settings);
+        open({620, 466});
+        pane = qobject_cast<SettingsPane*>(root->fullLayout()->currentPage());
+    }
+    const PreferenceValues& values() { return model().preferences().values(); }
+
+    SettingsPane* pane = nullptr;
+};
+
+} // namespace
+
+// The settings page through its controls: each writes the record at once and shows what is stored.
+class SettingsPaneTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { enterTestMode(); }
+
+    void switcherChoosesTheSection()
+    {
+        SettingsRig rig;
+        QVERIFY(rig.pane);
+        QCOMPARE(rig.pane->switcher()->accessibleName(), QStringLiteral("Bereich"));
+        QCOMPARE(rig.pane->switcher()->current(), QStringLiteral("Ansicht"));
+        QCOMPARE(rig.pane->visibleSection(), rig.pane->viewSettings());
+
+        QTest::mouseClick(rig.pane->switcher()->button(QStringLiteral("Fokus & Daten")), Qt::LeftButton);
+        QCOMPARE(rig.model().settingsSection(), QStringLiteral("Fokus & Daten"));
+        QCOMPARE(rig.pane->visibleSection(), rig.pane->focusDataSettings());
+        // Another part of the program may open the page on a section.
+        rig.model().setSettingsSection(QStringLiteral("Bedienung"));
+        QCOMPARE(rig.pane->switcher()->current(), QStringLiteral("Bedienung"));
+        QCOMPARE(rig.pane->visibleSection(), rig.pane->controlSettings());
+    }
+
+    void layoutButtonsWriteThroughAndResize()
+    {
+        SettingsRig rig;
+        int resizes = 0;
+        rig.model().resize = [&resizes] { ++resizes; };
+        ViewSettings* view = rig.pane->viewSettings();
+        QVERIFY(view->layoutButton(PanelLayout::balanced)->isChecked());
+        QCOMPARE(view->caption(),
+                 QStringLiteral("Mehr Breite, weniger Tiefe · Änderungen werden sofort übernommen."));
+
+        QTest::mouseClick(view->layoutButton(PanelLayout::tall), Qt::LeftButton);
+        QCOMPARE(rig.values().layout, PanelLayout::tall);
+        QCOMPARE(resizes, 1);
+        QCOMPARE(view->caption(),
+                 QStringLiteral("Karten untereinander · Änderungen werden sofort übernommen."));
+        QVERIFY(view->layoutButton(PanelLayout::tall)->isChecked());
+        QVERIFY(!view->layoutButton(PanelLayout::balanced)->isChecked());
+        // Stored at once: a restart reads the new layout.
+        QCOMPARE(Preferences(rig.fixture.domain.reopen()).values().layout, PanelLayout::tall);
+    }
+
+    void viewTogglesWriteTheirFields()
+    {
+        SettingsRig rig;
+        ViewSettings* view = rig.pane->viewSettings();
+        QVERIFY(!view->miniRow()->isChecked());
+        QTest::mouseClick(view->miniRow()->toggleSwitch(), Qt::LeftButton);
+        QVERIFY(rig.model().productivity().mini());
+        QTest::mouseClick(view->rememberPageRow()->toggleSwitch(), Qt::LeftButton);
+        QVERIFY(!rig.values().rememberPage);
+        QTest::mouseClick(view->screenMainRow()->toggleSwitch(), Qt::LeftButton);
+        QVERIFY(rig.values().screenMain);
+        QTest::mouseClick(view->animateRow()->toggleSwitch(), Qt::LeftButton);
+        QVERIFY(!rig.values().animate);
+        // And the switches follow changes made elsewhere.
+        rig.model().productivity().setMini(false);
+        QVERIFY(!view->miniRow()->isChecked());
+
+        int welcomes = 0;
+        rig.model().startWelcome = [&welcomes] { ++welcomes; };
+        QTest::mouseClick(view->replayButton(), Qt::LeftButton);
+        QCOMPARE(welcomes, 1);
+    }
+
+    void delayRowsKeepToTheirRanges()
+    {
+        SettingsRig rig(QStringLiteral("Bedienung"));
+        ControlSettings* control = rig.pane->controlSettings();
+        struct Row
+        {
+            DelayRow* row;
+            int lowest;
+            int highest;
+        };
+        for (const Row& r : {Row{control->openDelayRow(), 0, 80}, Row{control->closeDelayRow(), 20, 150},
+                             Row{control->commandDelayRow(), 50, 200}}) {
+            QCOMPARE(r.row->slider()->minimum(), r.lowest);
+            QCOMPARE(r.row->slider()->maximum(), r.highest);
+        }
+        QCOMPARE(control->openDelayRow()->valueText(), QStringLiteral("0.00 s"));
+        QCOMPARE(control->closeDelayRow()->valueText(), QStringLiteral("0.50 s"));
+
+        QSlider* close = control->closeDelayRow()->slider();
+        close->setValue(close->maximum() + 40);
+        QCOMPARE(rig.values().closeDelay, 1.5);
+        QCOMPARE(control->closeDelayRow()->valueText(), QStringLiteral("1.50 s"));
+        QTest::keyClick(close, Qt::Key_Home);
+        QCOMPARE(rig.values().closeDelay, 0.2);
+
+        QSlider* open = control->openDelayRow()->slider();
+        open->setValue(37);
+        QCOMPARE(rig.values().openDelay, 0.37);
+        open->setValue(open->minimum());
+        QCOMPARE(rig.values().openDelay, 0.0);
+        QCOMPARE(control->openDelayRow()->valueText(), QStringLiteral("0.00 s"));
+    }
+
+    void hoverAndCommandTogglesWriteThrough()
+    {
+        SettingsRig rig(QStringLiteral("Bedienung"));
+        ControlSettings* control = rig.pane->controlSettings();
+        QTest::mouseClick(control->hoverRow()->toggleSwitch(), Qt::LeftButton);
+        QVERIFY(!rig.values().hover);
+        QTest::mouseClick(control->commandsRow()->toggleSwitch(), Qt::LeftButton);
+        QVERIFY(!rig.values().commands);
+        QVERIFY(rig.values().closeDelay == 0.5);
+    }
+
+    void shortcutPickerAndItsStatus()
+    {
+        SettingsRig rig(QStringLiteral("Bedienung"));
+        ControlSettings* control = rig.pane->controlSettings();
+        PopupComboBox* picker = control->shortcutPicker();
+        QCOMPARE(picker->count(), 4);
+        QCOMPARE(picker->currentText(), QStringLiteral("⌃ V"));
+        picker->setCurrentIndex(picker->findText(QStringLiteral("Aus")));
+        QCOMPARE(rig.values().shortcut, HistoryShortcut::off);
+
+        // The hot-key code reports the result; the page only shows it.
+        rig.model().setHotkeyStatus(QStringLiteral("Globaler Kurzbefehl ausgeschaltet."));
+        QCOMPARE(control->shortcutStatus(), QStringLiteral("Globaler Kurzbefehl ausgeschaltet."));
+
+        rig.model().preferences().update([](PreferenceValues& v) { v.shortcut = HistoryShortcut::optionV; });
+        QCOMPARE(picker->currentText(), QStringLiteral("⌥ V"));
+    }
+
+    void focusStepperStopsAtOneAndOneHundredTwenty()
+    {
+        SettingsRig rig(QStringLiteral("Fokus & Daten"));
+        FocusStepper* stepper = rig.pane->focusDataSettings()->stepper();
+        QCOMPARE(stepper->text(), QStringLiteral("Standard-Fokus: 25 Minuten"));
+
+        rig.model().preferences().update([](PreferenceValues& v) { v.focusMinutes = 2; });
+        QTest::mouseClick(stepper->decreaseButton(), Qt::LeftButton);
+        QCOMPARE(rig.values().focusMinutes, 1);
+        QVERIFY(!stepper->decreaseButton()->isEnabled());
+        QTest::mouseClick(stepper->decreaseButton(), Qt::LeftButton);
+        QCOMPARE(rig.values().focusMinutes, 1);
+        QCOMPARE(stepper->text(), QStringLiteral("Standard-Fokus: 1 Minuten"));
+
+        rig.model().preferences().update([](PreferenceValues& v) { v.focusMinutes = 119; });
+        QTest::mouseClick(stepper->increaseButton(), Qt::LeftButton);
+        QCOMPARE(rig.values().focusMinutes, 120);
+        QVERIFY(!stepper->increaseButton()->isEnabled());
+        QVERIFY(stepper->decreaseButton()->isEnabled());
+    }
+
+    void focusAndHistoryControls()
+    {
+        SettingsRig rig(QStringLiteral("Fokus & Daten"));
+        FocusDataSettings* focus = rig.pane->focusDataSettings();
+        rig.model().preferences().update([](PreferenceValues& v) { v.focusMinutes = 50; });
+        rig.model().toggleTimer();
+        QTest::mouseClick(focus->resetButton(), Qt::LeftButton);
+        QCOMPARE(rig.model().duration(), qint64(3000));
+        QVERIFY(!rig.model().timerRunning());
+
+        QTest::mouseClick(focus->soundRow()->toggleSwitch(), Qt::LeftButton);
+        QVERIFY(!rig.values().focusSound);
+        QTest::mouseClick(focus->recordingRow()->toggleSwitch(), Qt::LeftButton);
+        QVERIFY(!rig.model().recording());
+
+        rig.memory().pasteboard.copyFromOutside(QStringLiteral("kopiert"));
+        rig.model().setRecording(true);
+        QVERIFY(focus->recordingRow()->isChecked());
+        rig.model().pollClipboard();
+        QCOMPARE(rig.model().clips().size(), 1);
+        QTest::mouseClick(focus->clearButton(), Qt::LeftButton);
+        QVERIFY(rig.model().clips().isEmpty());
+    }
+};
+
+int runSettingsPaneTests(int argc, char** argv)
+{
+    SettingsPaneTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "SettingsPaneTest.moc"
