@@ -191,6 +191,13 @@ private Q_SLOTS:
         QCOMPARE(model().page(), Page::clipboard);
         QTRY_VERIFY(panel().isKey());
         QTRY_COMPARE(serverFrame(), QRect(650, 0, 620, 466));
+
+        // With NumLock and CapsLock on the shortcut still works.
+        m_delegate->collapse();
+        xdotool({QStringLiteral("key"), QStringLiteral("Num_Lock"), QStringLiteral("Caps_Lock")});
+        xdotool({QStringLiteral("key"), QStringLiteral("super+v")});
+        xdotool({QStringLiteral("key"), QStringLiteral("Num_Lock"), QStringLiteral("Caps_Lock")});
+        QTRY_VERIFY(model().expanded());
     }
 
     void aCombinationHeldElsewhereIsReportedTaken()
