@@ -24,6 +24,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -169,6 +170,36 @@ private Q_SLOTS:
         QCOMPARE(items, (QStringList{QStringLiteral("Einstellungen"), QStringLiteral("Beenden")}));
         menu->actions().first()->trigger();
         QCOMPARE(rig.model().page(), Page::settings);
+    }
+
+    void focusCardFollowsTheEndOfAPeriod()
+    {
+        ViewRig rig;
+        RootView& root = rig.open();
+        FocusCard* card = qobject_cast<OverviewPage*>(root.fullLayout()->currentPage())->focusCard();
+        QTest::mouseClick(card->presetButtons().first(), Qt::LeftButton);
+        QTest::mouseClick(card->toggleButton(), Qt::LeftButton);
+        rig.memory().clock.advance(5 * 60 + 1);
+        rig.model().tick();
+        QVERIFY(!rig.model().timerRunning());
+        QCOMPARE(card->timeText(), QStringLiteral("00:00"));
+        QCOMPARE(card->caption(), QStringLiteral("Bereit, wenn du es bist."));
+        QCOMPARE(card->toggleButton()->symbol(), QStringLiteral("play.fill"));
+        // The length did not change, so its chip stays marked.
+        QVERIFY(card->presetButtons().first()->isChecked());
+    }
+
+    void ellipsisMenuKeepsThePanelOpenWhileUp()
+    {
+        ViewRig rig;
+        RootView& root = rig.open();
+        QSignalSpy began(&root, &RootView::menuBegan);
+        QSignalSpy ended(&root, &RootView::menuEnded);
+        QMenu* menu = root.fullLayout()->buttonRow()->menu();
+        menu->popup(root.mapToGlobal(QPoint(600, 40)));
+        QCOMPARE(began.size(), 1);
+        menu->close();
+        QCOMPARE(ended.size(), 1);
     }
 
     void tabsSelectTheirPages()

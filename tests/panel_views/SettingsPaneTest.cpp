@@ -17,6 +17,7 @@
 #include "productivity/Productivity.h"
 
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QSlider>
 #include <QTest>
 
@@ -167,6 +168,62 @@ private Q_SLOTS:
 
         rig.model().preferences().update([](PreferenceValues& v) { v.shortcut = HistoryShortcut::optionV; });
         QCOMPARE(picker->currentText(), QStringLiteral("⌥ V"));
+    }
+
+    void controlsFollowingAnOutsideChangeDoNotWriteBack()
+    {
+        SettingsRig rig(QStringLiteral("Bedienung"));
+        int changes = 0;
+        rig.model().resize = [&changes] { ++changes; };
+        rig.model().preferences().update([](PreferenceValues& v) {
+            v.hover = false;
+            v.openDelay = 0.3;
+            v.closeDelay = 1.2;
+            v.commandDelay = 1.0;
+            v.shortcut = HistoryShortcut::controlShiftV;
+            v.focusMinutes = 40;
+            v.layout = PanelLayout::wide;
+        });
+        // One change from outside, shown by every section, and not echoed back by any control.
+        QCOMPARE(changes, 1);
+        ControlSettings* control = rig.pane->controlSettings();
+        QVERIFY(!control->hoverRow()->isChecked());
+        QCOMPARE(control->openDelayRow()->valueText(), QStringLiteral("0.30 s"));
+        QCOMPARE(control->closeDelayRow()->valueText(), QStringLiteral("1.20 s"));
+        QCOMPARE(control->commandDelayRow()->valueText(), QStringLiteral("1.00 s"));
+        QCOMPARE(control->shortcutPicker()->currentText(), QStringLiteral("⌃ ⇧ V"));
+        QCOMPARE(rig.pane->focusDataSettings()->stepper()->minutes(), 40);
+        QVERIFY(rig.pane->viewSettings()->layoutButton(PanelLayout::wide)->isChecked());
+    }
+
+    void storedDelayOutsideTheRangeIsShownAsItIs()
+    {
+        SettingsRig rig(QStringLiteral("Bedienung"));
+        rig.model().preferences().update([](PreferenceValues& v) { v.closeDelay = 3.0; });
+        DelayRow* row = rig.pane->controlSettings()->closeDelayRow();
+        QCOMPARE(row->valueText(), QStringLiteral("3.00 s"));
+        QCOMPARE(row->slider()->value(), row->slider()->maximum());
+        // Showing it at the slider's end must not clamp the stored value.
+        QCOMPARE(rig.values().closeDelay, 3.0);
+    }
+
+    void unknownSectionShowsTheFirstOneWithoutMarkingAny()
+    {
+        SettingsRig rig(QStringLiteral("Gibt es nicht"));
+        QCOMPARE(rig.pane->switcher()->current(), QString());
+        QCOMPARE(rig.pane->visibleSection(), rig.pane->viewSettings());
+    }
+
+    void openListsKeepThePanelOpen()
+    {
+        SettingsRig rig(QStringLiteral("Bedienung"));
+        QSignalSpy began(rig.root.get(), &RootView::menuBegan);
+        QSignalSpy ended(rig.root.get(), &RootView::menuEnded);
+        PopupComboBox* picker = rig.pane->controlSettings()->shortcutPicker();
+        picker->showPopup();
+        QCOMPARE(began.size(), 1);
+        picker->hidePopup();
+        QCOMPARE(ended.size(), 1);
     }
 
     void focusStepperStopsAtOneAndOneHundredTwenty()
