@@ -1,21 +1,12 @@
 #include "app/NotchPanel.h"
 
-#include "model/Model.h"
 #include "panel/NotchGeometry.h"
-#include "panel/widgets/PanelTheme.h"
-#include "platform/linux/X11WindowHints.h"
-
-#if __has_include("panel/widgets/RootView.h")
 #include "panel/widgets/RootView.h"
-#define BRENLOW_HAS_ROOT_VIEW 1
-#endif
+#include "platform/linux/X11WindowHints.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QPainter>
-#include <QPainterPath>
 #include <QPropertyAnimation>
-#include <QRadialGradient>
 #include <QWindow>
 
 namespace {
@@ -42,28 +33,12 @@ bool isModifierKey(int key)
         || key == Qt::Key_NumLock;
 }
 
-QPainterPath hangingShape(const QRectF& rect, double radius)
-{
-    // Square at the top edge where it meets the screen border, round below.
-    radius = std::min({radius, rect.height() / 2, rect.width() / 2});
-    QPainterPath path;
-    path.moveTo(rect.topLeft());
-    path.lineTo(rect.topRight());
-    path.lineTo(rect.right(), rect.bottom() - radius);
-    path.quadTo(rect.bottomRight(), QPointF(rect.right() - radius, rect.bottom()));
-    path.lineTo(rect.left() + radius, rect.bottom());
-    path.quadTo(rect.bottomLeft(), QPointF(rect.left(), rect.bottom() - radius));
-    path.closeSubpath();
-    return path;
-}
-
 } // namespace
 
 NotchPanel::NotchPanel(Model& model, QWidget* parent)
     : QWidget(parent,
               Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus
                   | Qt::NoDropShadowWindowHint)
-    , m_model(model)
     , m_x11(QGuiApplication::platformName() == QLatin1String("xcb"))
 {
     setWindowTitle(QString::fromLatin1(title));
@@ -71,9 +46,8 @@ NotchPanel::NotchPanel(Model& model, QWidget* parent)
     setAttribute(Qt::WA_TranslucentBackground);
     setFocusPolicy(Qt::StrongFocus);
 
-#ifdef BRENLOW_HAS_ROOT_VIEW
+    // The content decides what to show from the model; the frame comes only from the panel rules.
     m_content = new RootView(model, this);
-#endif
 
     m_animation = new QPropertyAnimation(this, "geometry", this);
     m_animation->setDuration(int(NotchGeometry::resizeDuration * 1000));
@@ -82,9 +56,6 @@ NotchPanel::NotchPanel(Model& model, QWidget* parent)
     // The native window exists from here on, so its events can be watched before widgets see them.
     winId();
     windowHandle()->installEventFilter(this);
-
-    // The fallback content repaints when the glow starts or ends.
-    connect(&model, &Model::introActiveChanged, this, qOverload<>(&QWidget::update));
 }
 
 NotchPanel::~NotchPanel() = default;
@@ -196,30 +167,5 @@ bool NotchPanel::handleKey(QKeyEvent* event)
 void NotchPanel::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    if (m_content)
-        m_content->setGeometry(rect());
-}
-
-void NotchPanel::paintEvent(QPaintEvent* event)
-{
-    Q_UNUSED(event)
-    if (m_content)
-        return;
-    // Without the root view: the black shape, and the glow around it while the welcome runs.
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    QRectF body = rect();
-    if (m_model.introActive()) {
-        const QRectF notch((width() - m_model.notchWidth()) / 2, 0, m_model.notchWidth(), m_model.notchHeight());
-        QRadialGradient glow(notch.center(), std::max(width(), height()));
-        QColor accent = PanelTheme::accent();
-        glow.setColorAt(0, accent);
-        accent.setAlpha(0);
-        glow.setColorAt(1, accent);
-        painter.fillPath(hangingShape(rect(), PanelTheme::closedRadius + 8), glow);
-        body = notch;
-    }
-    const bool open = m_model.expanded() && !m_model.introActive();
-    painter.fillPath(hangingShape(body, open ? PanelTheme::panelRadius : PanelTheme::closedRadius),
-                     PanelTheme::background());
+    m_content->setGeometry(rect());
 }

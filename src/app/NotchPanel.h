@@ -41,14 +41,12 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void setAcceptsFocus(bool accepts);
     bool handleKey(class QKeyEvent* event);
 
-    Model& m_model;
     QWidget* m_content = nullptr;
     QPropertyAnimation* m_animation = nullptr;
     QRectF m_frame;

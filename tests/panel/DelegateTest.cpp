@@ -9,13 +9,9 @@
 #include "productivity/Productivity.h"
 #include "setup/OnboardingState.h"
 
-#if __has_include("panel/widgets/RootView.h") && __has_include("panel/widgets/LayoutButton.h") \
-    && __has_include("panel/widgets/ToggleRow.h")
 #include "panel/widgets/LayoutButton.h"
 #include "panel/widgets/ToggleRow.h"
 #include "panel/widgets/ToggleSwitch.h"
-#define WITH_SETTINGS_PANE 1
-#endif
 
 #include <QMenu>
 #include <QTest>
@@ -208,7 +204,6 @@ private Q_SLOTS:
 
     void settingsControlsChangeTheRecordAndTheFrame()
     {
-#ifdef WITH_SETTINGS_PANE
         Launched app;
         app.model().show(Page::settings);
         QTRY_COMPARE(app.panel().geometry(), QRect(650, 0, 620, 466));
@@ -232,9 +227,6 @@ private Q_SLOTS:
                 button->click();
         }
         QCOMPARE(app.panel().geometry(), QRect(700, 0, 520, 556));
-#else
-        QSKIP("this build has no settings pane");
-#endif
     }
 
     void terminateTakesItAllDown()
