@@ -189,19 +189,6 @@ private Q_SLOTS:
         QVERIFY(card->presetButtons().first()->isChecked());
     }
 
-    void ellipsisMenuKeepsThePanelOpenWhileUp()
-    {
-        ViewRig rig;
-        RootView& root = rig.open();
-        QSignalSpy began(&root, &RootView::menuBegan);
-        QSignalSpy ended(&root, &RootView::menuEnded);
-        QMenu* menu = root.fullLayout()->buttonRow()->menu();
-        menu->popup(root.mapToGlobal(QPoint(600, 40)));
-        QCOMPARE(began.size(), 1);
-        menu->close();
-        QCOMPARE(ended.size(), 1);
-    }
-
     void tabsSelectTheirPages()
     {
         ViewRig rig;

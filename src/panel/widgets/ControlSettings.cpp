@@ -4,10 +4,10 @@
 #include "model/Preferences.h"
 #include "panel/SettingsTexts.h"
 #include "panel/widgets/DelayRow.h"
-#include "panel/widgets/PopupComboBox.h"
 #include "panel/widgets/TextLabel.h"
 #include "panel/widgets/ToggleRow.h"
 
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -19,7 +19,7 @@ ControlSettings::ControlSettings(Model& model, QWidget* parent)
       m_closeDelay(new DelayRow(SettingsTexts::closeDelayLabel(), SettingsTexts::closeDelayRange())),
       m_commands(new ToggleRow(SettingsTexts::commandsToggle())),
       m_commandDelay(new DelayRow(SettingsTexts::commandDelayLabel(), SettingsTexts::commandDelayRange())),
-      m_shortcut(new PopupComboBox),
+      m_shortcut(new QComboBox),
       m_status((new TextLabel(QString(), 11, TextLabel::secondary))->wrapping())
 {
     auto* column = new QVBoxLayout(this);

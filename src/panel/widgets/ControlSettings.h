@@ -4,7 +4,7 @@
 
 class DelayRow;
 class Model;
-class PopupComboBox;
+class QComboBox;
 class QLabel;
 class QVBoxLayout;
 class ToggleRow;
@@ -21,7 +21,7 @@ public:
     DelayRow* closeDelayRow() const { return m_closeDelay; }
     ToggleRow* commandsRow() const { return m_commands; }
     DelayRow* commandDelayRow() const { return m_commandDelay; }
-    PopupComboBox* shortcutPicker() const { return m_shortcut; }
+    QComboBox* shortcutPicker() const { return m_shortcut; }
     QString shortcutStatus() const;
     // The track toast and the login item join above the hover settings.
     QVBoxLayout* leadingArea() const { return m_leading; }
@@ -36,6 +36,6 @@ private:
     DelayRow* m_closeDelay;
     ToggleRow* m_commands;
     DelayRow* m_commandDelay;
-    PopupComboBox* m_shortcut;
+    QComboBox* m_shortcut;
     QLabel* m_status;
 };

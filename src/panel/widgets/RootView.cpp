@@ -6,21 +6,17 @@
 #include "panel/PanelShape.h"
 #include "panel/Symbol.h"
 #include "panel/widgets/ButtonRow.h"
-#include "panel/widgets/ControlSettings.h"
 #include "panel/widgets/FullLayout.h"
 #include "panel/widgets/HeaderRow.h"
 #include "panel/widgets/LayoutRefresh.h"
 #include "panel/widgets/MiniOverview.h"
 #include "panel/widgets/OnboardingPane.h"
 #include "panel/widgets/PanelTheme.h"
-#include "panel/widgets/PopupComboBox.h"
-#include "panel/widgets/SettingsPane.h"
 #include "panel/widgets/WelcomeGlow.h"
 #include "productivity/Productivity.h"
 
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QMenu>
 #include <QMimeData>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -67,21 +63,11 @@ RootView::RootView(Model& model, QWidget* parent) : QWidget(parent), m_model(mod
     column->addWidget(m_mini, 1);
     column->addWidget(m_full, 1);
 
-    QMenu* menu = m_full->buttonRow()->menu();
-    connect(menu, &QMenu::aboutToShow, this, &RootView::menuBegan);
-    connect(menu, &QMenu::aboutToHide, this, &RootView::menuEnded);
-    connect(&model, &Model::pageChanged, this, [this] {
-        if (m_model.page() == Page::settings)
-            watchPopups(m_full->page(Page::settings));
-    });
-
     connect(&model, &Model::introActiveChanged, this, &RootView::refresh);
     connect(&model, &Model::expandedChanged, this, &RootView::refresh);
     connect(&model, &Model::pageChanged, this, &RootView::refresh);
     connect(&model.productivity(), &Productivity::miniChanged, this, &RootView::refresh);
     connect(&model.preferences(), &Preferences::valuesChanged, this, &RootView::place);
-    if (model.page() == Page::settings)
-        watchPopups(m_full->page(Page::settings));
     refresh();
 }
 
@@ -90,17 +76,6 @@ QSize RootView::contentMinimum() const
     if (m_content == PanelContent::glow || m_content == PanelContent::nothing)
         return {0, 0};
     return m_framed->minimumSizeHint();
-}
-
-void RootView::watchPopups(QWidget* page)
-{
-    auto* settings = qobject_cast<SettingsPane*>(page);
-    if (!settings || settings->property("popupsWatched").toBool())
-        return;
-    settings->setProperty("popupsWatched", true);
-    PopupComboBox* picker = settings->controlSettings()->shortcutPicker();
-    connect(picker, &PopupComboBox::popupShown, this, &RootView::menuBegan);
-    connect(picker, &PopupComboBox::popupHidden, this, &RootView::menuEnded);
 }
 
 void RootView::refresh()

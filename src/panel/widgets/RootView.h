@@ -34,11 +34,6 @@ public:
     QSize sizeHint() const override { return {620, 378}; }
     QSize minimumSizeHint() const override { return {0, 0}; }
 
-Q_SIGNALS:
-    // A menu or list of the panel opened or closed; the panel stays open meanwhile.
-    void menuBegan();
-    void menuEnded();
-
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -51,7 +46,6 @@ private:
     void refresh();
     void place();
     void setTargeted(bool targeted);
-    void watchPopups(QWidget* page);
 
     Model& m_model;
     PanelContent::Kind m_content = PanelContent::nothing;
