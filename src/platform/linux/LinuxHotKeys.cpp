@@ -15,8 +15,6 @@ constexpr quint32 keysymEscape = 0xff1b;
 constexpr quint32 keysymNumLock = 0xff7f;
 constexpr quint32 keysymSuperL = 0xffeb;
 constexpr quint32 keysymAltL = 0xffe9;
-constexpr quint16 buttonMasks = XCB_KEY_BUT_MASK_BUTTON_1 | XCB_KEY_BUT_MASK_BUTTON_2 | XCB_KEY_BUT_MASK_BUTTON_3
-    | XCB_KEY_BUT_MASK_BUTTON_4 | XCB_KEY_BUT_MASK_BUTTON_5;
 } // namespace
 
 LinuxHotKeys::LinuxHotKeys(QObject* parent)
@@ -125,7 +123,7 @@ bool LinuxHotKeys::nativeEventFilter(const QByteArray& eventType, void* message,
     auto* key = reinterpret_cast<xcb_key_press_event_t*>(event);
     if (key->event != m_root || m_grabs.isEmpty() || !m_keycodes.contains(key->detail))
         return false;
-    const quint16 state = key->state & ~(buttonMasks | m_lockMasks);
+    const quint16 state = key->state & ~(X11Support::anyButtonMask | m_lockMasks);
     if (state != m_modifiers)
         return false;
     if (type == XCB_KEY_PRESS)

@@ -80,20 +80,16 @@ bool LinuxKeyMonitor::nativeEventFilter(const QByteArray& eventType, void* messa
 {
     Q_UNUSED(eventType)
     Q_UNUSED(result)
-    auto* event = static_cast<xcb_generic_event_t*>(message);
-    if ((event->response_type & ~0x80) != XCB_GE_GENERIC)
-        return false;
-    auto* generic = reinterpret_cast<xcb_ge_generic_event_t*>(event);
-    if (generic->extension != m_xinput
-        || (generic->event_type != XCB_INPUT_RAW_KEY_PRESS && generic->event_type != XCB_INPUT_RAW_KEY_RELEASE))
+    const auto type = X11Support::xinputEventType(message, m_xinput);
+    if (type != XCB_INPUT_RAW_KEY_PRESS && type != XCB_INPUT_RAW_KEY_RELEASE)
         return false;
     if (!m_running)
         return true;
 
-    const auto* raw = reinterpret_cast<xcb_input_raw_key_press_event_t*>(event);
+    const auto* raw = static_cast<const xcb_input_raw_key_press_event_t*>(message);
     const auto keycode = quint8(raw->detail);
     const quint32 keysym = m_keymap.keysymOf(keycode);
-    const bool press = generic->event_type == XCB_INPUT_RAW_KEY_PRESS;
+    const bool press = type == XCB_INPUT_RAW_KEY_PRESS;
     const KeyModifiers modifier = modifierOf(keysym);
     if (modifier != KeyModifier::None) {
         const KeyModifiers before = current();

@@ -12,8 +12,6 @@
 
 namespace {
 constexpr std::uint32_t motionEvents = XCB_INPUT_XI_EVENT_MASK_RAW_MOTION | XCB_INPUT_XI_EVENT_MASK_MOTION;
-constexpr quint16 anyButton = XCB_KEY_BUT_MASK_BUTTON_1 | XCB_KEY_BUT_MASK_BUTTON_2 | XCB_KEY_BUT_MASK_BUTTON_3
-    | XCB_KEY_BUT_MASK_BUTTON_4 | XCB_KEY_BUT_MASK_BUTTON_5;
 } // namespace
 
 LinuxPointer::LinuxPointer(QObject* parent)
@@ -43,7 +41,7 @@ bool LinuxPointer::buttonsPressed() const
     xcb_query_pointer_reply_t* reply = xcb_query_pointer_reply(c, xcb_query_pointer(c, m_root), nullptr);
     if (!reply)
         return false;
-    const bool pressed = (reply->mask & anyButton) != 0;
+    const bool pressed = (reply->mask & X11Support::anyButtonMask) != 0;
     std::free(reply);
     return pressed;
 }
@@ -64,19 +62,13 @@ bool LinuxPointer::nativeEventFilter(const QByteArray& eventType, void* message,
 {
     Q_UNUSED(eventType)
     Q_UNUSED(result)
-    auto* event = static_cast<xcb_generic_event_t*>(message);
-    if ((event->response_type & ~0x80) != XCB_GE_GENERIC)
-        return false;
-    auto* generic = reinterpret_cast<xcb_ge_generic_event_t*>(event);
-    if (generic->extension != m_xinput)
-        return false;
-    if (generic->event_type == XCB_INPUT_RAW_MOTION) {
+    const auto type = X11Support::xinputEventType(message, m_xinput);
+    if (type == XCB_INPUT_RAW_MOTION) {
         if (m_watching)
             Q_EMIT moved();
         return true;
     }
-    if (generic->event_type == XCB_INPUT_MOTION
-        && reinterpret_cast<xcb_input_motion_event_t*>(event)->event == m_root) {
+    if (type == XCB_INPUT_MOTION && static_cast<xcb_input_motion_event_t*>(message)->event == m_root) {
         if (m_watching)
             Q_EMIT moved();
         return true;

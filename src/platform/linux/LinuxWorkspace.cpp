@@ -1,41 +1,18 @@
 #include "platform/linux/LinuxWorkspace.h"
 
+#include "platform/linux/X11Support.h"
+
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDesktopServices>
 #include <QFile>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QUrl>
 
 #include <xcb/xcb.h>
-
-#include <memory>
-
-namespace {
-
-xcb_atom_t internAtom(xcb_connection_t* connection, const char* name)
-{
-    const auto cookie = xcb_intern_atom(connection, 0, uint16_t(strlen(name)), name);
-    std::unique_ptr<xcb_intern_atom_reply_t, decltype(&free)> reply(xcb_intern_atom_reply(connection, cookie, nullptr), &free);
-    return reply ? reply->atom : XCB_ATOM_NONE;
-}
-
-std::optional<uint32_t> cardinalProperty(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t property,
-                                         xcb_atom_t type)
-{
-    const auto cookie = xcb_get_property(connection, 0, window, property, type, 0, 1);
-    std::unique_ptr<xcb_get_property_reply_t, decltype(&free)> reply(xcb_get_property_reply(connection, cookie, nullptr),
-                                                                     &free);
-    if (!reply || xcb_get_property_value_length(reply.get()) < 4)
-        return std::nullopt;
-    return *static_cast<uint32_t*>(xcb_get_property_value(reply.get()));
-}
-
-} // namespace
 
 RunningApp LinuxWorkspace::describeProcess(qint64 pid)
 {
@@ -54,15 +31,11 @@ RunningApp LinuxWorkspace::describeProcess(qint64 pid)
 
 std::optional<RunningApp> LinuxWorkspace::frontmostApp() const
 {
-    auto* x11 = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
-    if (!x11)
-        return std::nullopt;
-    xcb_connection_t* connection = x11->connection();
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    const auto active = cardinalProperty(connection, root, internAtom(connection, "_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW);
+    const auto active = X11Support::cardinalProperty(X11Support::rootWindow(), X11Support::atom("_NET_ACTIVE_WINDOW"),
+                                                     XCB_ATOM_WINDOW);
     if (!active || *active == 0)
         return std::nullopt;
-    const auto pid = cardinalProperty(connection, *active, internAtom(connection, "_NET_WM_PID"), XCB_ATOM_CARDINAL);
+    const auto pid = X11Support::cardinalProperty(*active, X11Support::atom("_NET_WM_PID"), XCB_ATOM_CARDINAL);
     if (!pid)
         return std::nullopt;
     return describeProcess(*pid);

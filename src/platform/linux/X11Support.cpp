@@ -46,6 +46,33 @@ quint8 X11Support::xinputOpcode()
     return extension && extension->present ? extension->major_opcode : 0;
 }
 
+std::optional<std::uint16_t> X11Support::xinputEventType(const void* message, quint8 opcode)
+{
+    const auto* event = static_cast<const xcb_generic_event_t*>(message);
+    if (opcode == 0 || (event->response_type & ~0x80) != XCB_GE_GENERIC)
+        return std::nullopt;
+    const auto* generic = static_cast<const xcb_ge_generic_event_t*>(message);
+    if (generic->extension != opcode)
+        return std::nullopt;
+    return generic->event_type;
+}
+
+std::optional<quint32> X11Support::cardinalProperty(quint32 window, quint32 property, quint32 type)
+{
+    xcb_connection_t* c = connection();
+    if (!c || !window || !property)
+        return std::nullopt;
+    const auto cookie = xcb_get_property(c, 0, window, property, type, 0, 1);
+    xcb_get_property_reply_t* reply = xcb_get_property_reply(c, cookie, nullptr);
+    if (!reply)
+        return std::nullopt;
+    std::optional<quint32> value;
+    if (xcb_get_property_value_length(reply) >= 4)
+        value = *static_cast<const quint32*>(xcb_get_property_value(reply));
+    std::free(reply);
+    return value;
+}
+
 void X11Support::changeRootXInputEvents(std::uint32_t add, std::uint32_t remove)
 {
     xcb_connection_t* c = connection();

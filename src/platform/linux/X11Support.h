@@ -3,6 +3,7 @@
 #include <QtGlobal>
 
 #include <cstdint>
+#include <optional>
 
 struct xcb_connection_t;
 
@@ -20,4 +21,11 @@ public:
     // Adds and removes XInput events in this client's selection on the root window for all master
     // devices. Read-modify-write, so the pointer and the keyboard monitor keep each other's events.
     static void changeRootXInputEvents(std::uint32_t add, std::uint32_t remove);
+    // The XInput event type of a native event, when it is one of the extension with `opcode`.
+    static std::optional<std::uint16_t> xinputEventType(const void* message, quint8 opcode);
+    // One 32-bit value of a window property (a window id or a cardinal).
+    static std::optional<quint32> cardinalProperty(quint32 window, quint32 property, quint32 type);
+
+    // Any mouse button in an event's or a query's state.
+    static constexpr quint16 anyButtonMask = 0x1f00;
 };
