@@ -31,12 +31,15 @@ constexpr std::array<bool, 128> emailCharacters = [] {
     return table;
 }();
 
+// Each thread has its own compiled expressions: a QRegularExpression is reentrant, not
+// thread-safe, and the history is classified on two threads at once.
+//
 // Possessive forms of the stated patterns. They match the same texts: each possessive run is
 // followed by an item its class can never match, so giving characters back could not help;
 // a label's run must end in a letter or digit, which the look-behind checks.
 const QRegularExpression& emailExpression()
 {
-    static const QRegularExpression expression(QStringLiteral(
+    thread_local const QRegularExpression expression(QStringLiteral(
         "^[A-Za-z0-9.!#$%&'*+/"
         "=?^_`{|}~-]++@[A-Za-z0-9][A-Za-z0-9-]*+(?<!-)(?:\\.[A-Za-z0-9][A-Za-z0-9-]*+(?<!-))++$"));
     return expression;
@@ -44,42 +47,60 @@ const QRegularExpression& emailExpression()
 
 const QRegularExpression& hexColorExpression()
 {
-    static const QRegularExpression expression(
+    thread_local const QRegularExpression expression(
         QStringLiteral("^#(?:[0-9a-fA-F]{3}|[0-9a-fA-F]{4}|[0-9a-fA-F]{6}|[0-9a-fA-F]{8})$"));
     return expression;
 }
 
 const QRegularExpression& colorFunctionExpression()
 {
-    static const QRegularExpression expression(QStringLiteral("^(?:rgb|rgba|hsl|hsla)\\([0-9.,% /]++\\)$"));
+    thread_local const QRegularExpression expression(
+        QStringLiteral("^(?:rgb|rgba|hsl|hsla)\\([0-9.,% /]++\\)$"));
     return expression;
 }
 
 const QRegularExpression& numberExpression()
 {
-    static const QRegularExpression expression(
+    thread_local const QRegularExpression expression(
         QStringLiteral("^[+-]?+(?:[0-9]++(?:[.,][0-9]++)?+|[.,][0-9]++)%?+$"));
     return expression;
 }
 
+bool hasPrefix(const char16_t* at, qsizetype room, std::u16string_view prefix)
+{
+    return room >= qsizetype(prefix.size()) && std::equal(prefix.begin(), prefix.end(), at);
+}
+
+// The alternatives of the code pattern at one position, chosen by their first character
+// (each line start of every text runs this).
 bool startsWithKeyword(QStringView t, qsizetype at)
 {
-    static constexpr std::u16string_view keywords[] = {u"func ",   u"function ", u"const ", u"let ",
-                                                       u"var ",    u"import ",   u"def ",   u"class ",
-                                                       u"SELECT ", u"SELECT\n"};
     if (at >= t.size())
         return false;
-    const QStringView rest = t.sliced(at);
-    const QChar first = rest.front();
-    if (first == u'{')
+    const char16_t* p = t.utf16() + at;
+    const qsizetype room = t.size() - at;
+    switch (p[0]) {
+    case u'{':
         return true;
-    if (first == u'<')
-        return rest.size() > 1 && (rest[1] == u'/' || isAsciiLetter(rest[1]));
-    for (std::u16string_view keyword : keywords) {
-        if (rest.startsWith(QStringView(keyword.data(), qsizetype(keyword.size()))))
-            return true;
+    case u'<':
+        return room > 1 && (p[1] == u'/' || isAsciiLetter(QChar(p[1])));
+    case u'f':
+        return hasPrefix(p, room, u"func ") || hasPrefix(p, room, u"function ");
+    case u'c':
+        return hasPrefix(p, room, u"const ") || hasPrefix(p, room, u"class ");
+    case u'l':
+        return hasPrefix(p, room, u"let ");
+    case u'v':
+        return hasPrefix(p, room, u"var ");
+    case u'i':
+        return hasPrefix(p, room, u"import ");
+    case u'd':
+        return hasPrefix(p, room, u"def ");
+    case u'S':
+        return hasPrefix(p, room, u"SELECT ") || hasPrefix(p, room, u"SELECT\n");
+    default:
+        return false;
     }
-    return false;
 }
 
 } // namespace
@@ -125,21 +146,80 @@ QString codePattern()
 
 bool hasLineBreak(QStringView t)
 {
-    static const CodeUnitSet breaks{u'\n', u'\v', u'\f', u'\r', u'\u0085', u'\u2028', u'\u2029'};
-    return breaks.findIn(t) >= 0;
+    return CodeUnitSet::findLineBreak(t, 0, false) >= 0;
+}
+
+bool isPlainWebAddress(QStringView t)
+{
+    const char16_t* p = t.utf16();
+    const qsizetype size = t.size();
+    qsizetype i = (p[4] == u':') ? 5 : 6;
+    if (size < i + 3 || p[i] != u'/' || p[i + 1] != u'/')
+        return false;
+    i += 2;
+    // Host: dot-separated labels of letters, digits and inner hyphens, each at most 63 long.
+    bool anyLabel = false;
+    for (;;) {
+        const qsizetype start = i;
+        while (i < size && (isAsciiLetter(QChar(p[i])) || isAsciiDigit(QChar(p[i])) || p[i] == u'-'))
+            ++i;
+        const qsizetype length = i - start;
+        if (length == 0 || length > 63 || p[start] == u'-' || p[i - 1] == u'-')
+            return false;
+        anyLabel = true;
+        if (i < size && p[i] == u'.') {
+            ++i;
+            continue;
+        }
+        break;
+    }
+    if (!anyLabel || i - (p[4] == u':' ? 7 : 8) > 253)
+        return false;
+    // Port: 1 to 65535 without leading zeros.
+    if (i < size && p[i] == u':') {
+        const qsizetype start = ++i;
+        int port = 0;
+        while (i < size && isAsciiDigit(QChar(p[i])) && i - start < 5)
+            port = port * 10 + (p[i++] - u'0');
+        if (i == start || p[start] == u'0' || port > 65535)
+            return false;
+    }
+    if (i == size)
+        return true;
+    if (p[i] != u'/' && p[i] != u'?' && p[i] != u'#')
+        return false;
+    // Path, query and fragment of unreserved and delimiter characters; no percent escapes, and
+    // only the one "#" that starts the fragment.
+    static constexpr std::u16string_view allowed = u"-._~!$&'()*+,;=:@/?";
+    bool fragment = false;
+    for (; i < size; ++i) {
+        const char16_t c = p[i];
+        if (isAsciiLetter(QChar(c)) || isAsciiDigit(QChar(c)) || allowed.find(c) != std::u16string_view::npos)
+            continue;
+        if (c == u'#' && !fragment) {
+            fragment = true;
+            continue;
+        }
+        return false;
+    }
+    return true;
 }
 
 bool isLink(QStringView t)
 {
-    // Only a text that begins with the scheme can parse with it; the parser is the costly part.
-    const bool http = t.size() > 5 && t.first(4).compare(u"http", Qt::CaseInsensitive) == 0 &&
-                      (t[4] == u':' || ((t[4] == u's' || t[4] == u'S') && t[5] == u':'));
+    // Only a text that begins with the scheme can parse with it.
+    const auto is = [&](qsizetype i, char16_t lower) { return (t[i].unicode() | 0x20) == lower; };
+    const bool http = t.size() > 5 && is(0, u'h') && is(1, u't') && is(2, u't') && is(3, u'p') &&
+                      (t[4] == u':' || (is(4, u's') && t[5] == u':'));
     if (!http)
         return false;
     for (QChar c : t) {
         if (c.isSpace())
             return false;
     }
+    // Most copied links are plain; those are valid without asking the URL parser, the costly part.
+    if (isPlainWebAddress(t))
+        return true;
     const QUrl url(t.toString(), QUrl::StrictMode);
     const QString scheme = url.scheme();
     return url.isValid() && (scheme == u"http" || scheme == u"https") && !url.host().isEmpty();
@@ -220,7 +300,6 @@ bool isCode(QStringView t)
     // One pass. A line start skips its white space to the first other character q; every
     // later line start inside that run reaches the same q, so the scan goes on from q and
     // each character is looked at once (the plain pattern retries the run from each line).
-    static const CodeUnitSet stops{u'`', u'\n', u'\v', u'\f', u'\r', u'\u0085', u'\u2028', u'\u2029'};
     const qsizetype size = t.size();
     qsizetype i = 0;
     bool lineStart = true;
@@ -232,7 +311,7 @@ bool isCode(QStringView t)
                 return true;
             lineStart = false;
         }
-        const qsizetype stop = stops.findIn(t, i);
+        const qsizetype stop = CodeUnitSet::findLineBreak(t, i, true);
         if (stop < 0)
             return false;
         if (t[stop] == u'`') {

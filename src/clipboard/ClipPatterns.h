@@ -22,6 +22,10 @@ QString codePattern();
 
 // An http or https URL with a host and no white space.
 bool isLink(QStringView t);
+// A link of the common plain shape (host of letters, digits and hyphens, optional port, path,
+// query and fragment without escapes), which the URL parser always accepts. Expects t to
+// start with "http:" or "https:" in any case.
+bool isPlainWebAddress(QStringView t);
 bool isEmail(QStringView t);
 // A path-like start ("/", "~/", "file://", a drive letter) without comment markers or line breaks.
 bool isPath(QStringView t);

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QSet>
 
+#include <thread>
 #include <vector>
 
 namespace {
@@ -34,6 +35,43 @@ private:
     QSet<qsizetype> m_lengths;
 };
 
+// Asks the memory for a text's first and last characters ahead of use: the clips' texts lie
+// scattered over the heap, and waiting for each in turn costs more than scanning them.
+void prefetch(const QString& text)
+{
+#if defined(__GNUC__)
+    __builtin_prefetch(text.constData());
+    __builtin_prefetch(text.constData() + text.size());
+#else
+    Q_UNUSED(text)
+#endif
+}
+
+constexpr qsizetype prefetchDistance = 8;
+
+// Below this many characters one thread is quicker than starting a second.
+constexpr qint64 parallelCharacters = 2'000'000;
+
+// Where a second thread takes over: the index that halves the characters to read, or 0 when
+// one thread should do all (a short history, one core, or nothing to read).
+qsizetype parallelSplit(const QList<Clip>& clips, bool nothingToRead)
+{
+    if (nothingToRead || std::thread::hardware_concurrency() < 2)
+        return 0;
+    qint64 total = 0;
+    for (const Clip& clip : clips)
+        total += clip.text.size();
+    if (total < parallelCharacters)
+        return 0;
+    qint64 sum = 0;
+    for (qsizetype i = 0; i < clips.size(); ++i) {
+        sum += clips.at(i).text.size();
+        if (2 * sum >= total)
+            return i + 1;
+    }
+    return 0;
+}
+
 } // namespace
 
 QList<ClipRow> visibleClipRows(const QList<Clip>& clips, const QStringList& pins, const QString& search,
@@ -47,13 +85,13 @@ QList<ClipRow> visibleClipRows(const QList<Clip>& clips, const QStringList& pins
 
     const PinIndex pinIndex(pins);
     std::vector<const Clip*> pinnedClips(size_t(pins.size()), nullptr);
-    std::vector<bool> isPinned(size_t(clips.size()), false);
+    std::vector<char> isPinned(size_t(clips.size()), 0);
     if (!pins.isEmpty()) {
         for (qsizetype i = 0; i < clips.size(); ++i) {
             const qsizetype pin = pinIndex.find(clips.at(i).text);
             if (pin < 0)
                 continue;
-            isPinned[size_t(i)] = true;
+            isPinned[size_t(i)] = 1;
             if (!pinnedClips[size_t(pin)])
                 pinnedClips[size_t(pin)] = &clips.at(i);
         }
@@ -69,10 +107,29 @@ QList<ClipRow> visibleClipRows(const QList<Clip>& clips, const QStringList& pins
     // A favourites-only filter never keeps an unpinned row.
     if (filter == ClipKind::pinned)
         return rows;
+
+    std::vector<char> kept(size_t(clips.size()), 0);
+    const auto decide = [&](qsizetype begin, qsizetype end) {
+        for (qsizetype i = begin; i < end; ++i) {
+            if (i + prefetchDistance < end)
+                prefetch(clips.at(i + prefetchDistance).text);
+            kept[size_t(i)] = !isPinned[size_t(i)] && keep(clips.at(i).text, false);
+        }
+    };
+    const qsizetype middle = parallelSplit(clips, matcher.isEmpty() && filter == ClipKind::all);
+    if (middle > 0) {
+        // The texts are read, not changed, and every thread writes only its own flags.
+        std::thread helper(decide, middle, clips.size());
+        decide(0, middle);
+        helper.join();
+    } else {
+        decide(0, clips.size());
+    }
+
+    rows.reserve(rows.size() + clips.size());
     for (qsizetype i = 0; i < clips.size(); ++i) {
-        const Clip& clip = clips.at(i);
-        if (!isPinned[size_t(i)] && keep(clip.text, false))
-            rows.append(ClipRow{clip, false});
+        if (kept[size_t(i)])
+            rows.append(ClipRow{clips.at(i), false});
     }
     return rows;
 }

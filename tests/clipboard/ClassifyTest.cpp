@@ -7,6 +7,7 @@
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTest>
+#include <QUrl>
 
 namespace {
 
@@ -22,6 +23,14 @@ bool matchesPattern(const QString& pattern, const QString& text,
 }
 
 // The rules exactly as stated, through the plain patterns; the fast recognisers must agree.
+bool referenceLink(const QString& t)
+{
+    static const QRegularExpression space(QStringLiteral("\\s"),
+                                          QRegularExpression::UseUnicodePropertiesOption);
+    const QUrl url(t, QUrl::StrictMode);
+    return !t.contains(space) && url.isValid() && (url.scheme() == u"http" || url.scheme() == u"https") &&
+           !url.host().isEmpty();
+}
 bool referenceEmail(const QString& t)
 {
     return matchesPattern(ClipPatterns::emailPattern(), t);
@@ -182,6 +191,52 @@ private Q_SLOTS:
         QVERIFY(ClipKinds::matches(ClipKind::text, u"2026-09-20", false));
     }
 
+    void aFilterMatchesExactlyTheTextsOfItsKind()
+    {
+        const QStringList pieces{
+            "https://a.de", "http:", "x@y.de", "@",    "/tmp", "~/", "#fff", "rgb(1,2,3)", "+49 ", "030 ",
+            "1234567",      "-1,5",  "%",      "let ", "{",    "\n", " ",    "```",        "Text", "C:\\"};
+        for (const QString& text : randomTexts(pieces, 20000, 4, 8)) {
+            const ClipKind kind = ClipKinds::classify(text);
+            for (ClipKind filter : ClipKinds::allCases()) {
+                if (filter != ClipKind::all && filter != ClipKind::pinned)
+                    QVERIFY2(ClipKinds::matches(filter, text, false) == (kind == filter), qPrintable(text));
+            }
+        }
+    }
+
+    void plainWebAddressesAreAlwaysValidLinks()
+    {
+        const QStringList hosts{
+            "a", "example", "x-y", "9", "-a", "b-", "", "ü", "a_b", QString(63, u'h'), QString(64, u'h')};
+        const QStringList ports{"", "", ":80", ":65535", ":65536", ":0", ":080", ":", ":123456"};
+        const QStringList valid{"a", "Z", "9", "-", ".", ":", "/", "?", "#", "&", "=", "_",
+                                "~", "'", "(", ")", "*", "+", ",", ";", "@", "!", "$"};
+        const QStringList invalid{"%", "%41", "[", "]", "|", "ü", "\\", "^", "`", "{", "\"", "<", " "};
+        const QStringList pieces = valid + valid + valid + invalid;
+        QRandomGenerator random(9);
+        int plain = 0;
+        for (int i = 0; i < 100000; ++i) {
+            QString t =
+                QStringList{"http://", "https://", "HTTPS://", "http:/", "https:"}.at(random.bounded(5));
+            const int labels = 1 + random.bounded(3);
+            for (int k = 0; k < labels; ++k)
+                t += (k ? QStringLiteral(".") : QString()) + hosts.at(random.bounded(int(hosts.size())));
+            t += ports.at(random.bounded(int(ports.size())));
+            const int n = random.bounded(6);
+            for (int k = 0; k < n; ++k)
+                t += pieces.at(random.bounded(int(pieces.size())));
+            const bool reference = referenceLink(t);
+            if (ClipPatterns::isPlainWebAddress(t)) {
+                ++plain;
+                QVERIFY2(reference, qPrintable(t));
+            }
+            QVERIFY2(ClipPatterns::isLink(t) == reference, qPrintable(t));
+        }
+        // The fast path is taken often enough for the comparison to mean something.
+        QVERIFY2(plain > 1500, qPrintable(QString::number(plain)));
+    }
+
     void fastRecognisersAgreeWithThePatterns()
     {
         const QStringList emailPieces{"a", "Z", "9",   ".",    "-",  "@", "+", "_",
@@ -274,18 +329,34 @@ private Q_SLOTS:
         QVERIFY(ClipKinds::classify(text) != ClipKind::all);
     }
 
-    void codeUnitScanFindsEveryPosition()
+    void codeUnitScansFindEveryPosition()
     {
-        const CodeUnitSet set{u'x', u'\u2028'};
-        QString text(37, u'-');
-        for (int at : {0, 7, 8, 15, 16, 36}) {
-            QString probe = text;
-            probe[at] = (at % 2) ? u'x' : u'\u2028';
-            QCOMPARE(set.findIn(probe), qsizetype(at));
-            QCOMPARE(set.findIn(probe, at + 1), qsizetype(-1));
+        // Positions on both sides of the vector blocks and in the scalar tail.
+        const CodeUnitSet five{u'x', u'\u2028', u'\u00e4', u'9', u'\u0000'};
+        const QString plain(53, u'-');
+        QCOMPARE(five.findIn(plain), qsizetype(-1));
+        QCOMPARE(CodeUnitSet::findLineBreak(plain, 0, true), qsizetype(-1));
+        QCOMPARE(five.findIn(QStringView()), qsizetype(-1));
+        const QList<char16_t> breaks{u'\n', u'\v', u'\f', u'\r', u'\u0085', u'\u2028', u'\u2029'};
+        for (int at : {0, 7, 8, 15, 16, 17, 31, 32, 47, 48, 52}) {
+            QString probe = plain;
+            probe[at] = QChar(u'\u0000');
+            QCOMPARE(five.findIn(probe), qsizetype(at));
+            QCOMPARE(five.findIn(probe, at + 1), qsizetype(-1));
+            for (char16_t unit : breaks) {
+                probe[at] = QChar(unit);
+                QCOMPARE(CodeUnitSet::findLineBreak(probe, 0, false), qsizetype(at));
+                QCOMPARE(CodeUnitSet::findLineBreak(probe, at + 1, true), qsizetype(-1));
+            }
+            probe[at] = u'`';
+            QCOMPARE(CodeUnitSet::findLineBreak(probe, 0, true), qsizetype(at));
+            QCOMPARE(CodeUnitSet::findLineBreak(probe, 0, false), qsizetype(-1));
+            // Neighbours of the ranges are no breaks.
+            for (char16_t unit : {u'\u0009', u'\u000e', u'\u2027', u'\u202a', u'\u0084', u'\u0086'}) {
+                probe[at] = QChar(unit);
+                QCOMPARE(CodeUnitSet::findLineBreak(probe, 0, true), qsizetype(-1));
+            }
         }
-        QCOMPARE(set.findIn(text), qsizetype(-1));
-        QCOMPARE(set.findIn(QStringView()), qsizetype(-1));
     }
 };
 

@@ -77,6 +77,38 @@ private Q_SLOTS:
                  QStringList({"#00FF00", "#FFAA00"}));
     }
 
+    void aLongHistoryGivesTheRowsOfTheRulesInOrder()
+    {
+        // Long enough (over two million characters) to be split between two threads.
+        QList<Clip> clips;
+        const QStringList kinds{"https://example.com/a", "let x = 1", "Rechnung ", "#abcdef", "/tmp/datei"};
+        for (int i = 0; i < 3000; ++i) {
+            const QString head = kinds.at(i % kinds.size());
+            const QString text =
+                (i % 7 == 0) ? head + QString::number(i) : head + QString(900, u'x') + QString::number(i);
+            clips.append(Clip{QUuid::createUuid(), text, now.addSecs(-i)});
+        }
+        const QStringList pins{clips.at(5).text, clips.at(2999).text};
+        for (ClipKind filter : ClipKinds::allCases()) {
+            for (const QString& search : {QString(), QStringLiteral("RECHNUNG"), QStringLiteral("99")}) {
+                QStringList expected = pins;
+                expected.removeIf([&](const QString& t) {
+                    return !(search.isEmpty() || t.contains(search, Qt::CaseInsensitive)) ||
+                           !ClipKinds::matches(filter, t, true);
+                });
+                if (filter != ClipKind::pinned) {
+                    for (const Clip& clip : clips) {
+                        if (!pins.contains(clip.text) &&
+                            (search.isEmpty() || clip.text.contains(search, Qt::CaseInsensitive)) &&
+                            ClipKinds::matches(filter, clip.text, false))
+                            expected.append(clip.text);
+                    }
+                }
+                QCOMPARE(texts(visibleClips(clips, pins, search, filter, now)), expected);
+            }
+        }
+    }
+
     void searchIgnoresCaseLikeTheLibrary()
     {
         // The anchored search must give exactly QStringView::contains(…, Qt::CaseInsensitive).
