@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -65,7 +66,10 @@ HistoryPage::HistoryPage(Model& model, QWidget* parent)
     controls->addWidget(m_clear);
     column->addLayout(controls);
 
-    auto* chips = new QHBoxLayout;
+    // The chips scroll sideways when the panel is narrower than all ten.
+    auto* chipRow = new QWidget;
+    auto* chips = new QHBoxLayout(chipRow);
+    chips->setContentsMargins(0, 0, 0, 0);
     chips->setSpacing(4);
     m_chips->setExclusive(true);
     for (ClipKind kind : ClipKinds::allCases()) {
@@ -75,11 +79,24 @@ HistoryPage::HistoryPage(Model& model, QWidget* parent)
         chip->setChecked(kind == m_rows->filter());
         chip->setFocusPolicy(Qt::NoFocus);
         chip->setCursor(Qt::PointingHandCursor);
+        chip->setFont(PanelTheme::font(12));
+        // Room for the bold label of the chosen chip (plus its side padding), so choosing does
+        // not clip it.
+        chip->setMinimumWidth(
+            QFontMetrics(PanelTheme::font(12, QFont::DemiBold)).horizontalAdvance(chip->text()) + 18);
         m_chips->addButton(chip, int(kind));
         chips->addWidget(chip);
     }
     chips->addStretch(1);
-    column->addLayout(chips);
+    auto* chipScroller = new QScrollArea;
+    chipScroller->setWidget(chipRow);
+    chipScroller->setWidgetResizable(true);
+    chipScroller->setFrameShape(QFrame::NoFrame);
+    chipScroller->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    chipScroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    chipScroller->setFixedHeight(chipRow->sizeHint().height());
+    chipScroller->viewport()->setAutoFillBackground(false);
+    column->addWidget(chipScroller);
 
     m_storageError->setObjectName(QStringLiteral("storageError"));
     m_storageError->setWordWrap(true);
