@@ -61,13 +61,6 @@ class ArchiveTest : public QObject
 private Q_SLOTS:
     void initTestCase() { enterTestMode(); }
 
-    void theDefaultFileLivesInTheDataFolder()
-    {
-        QCOMPARE(ClipboardArchive::localPath(),
-                 QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-                     QStringLiteral("/Brenlow/clipboard.sqlite"));
-    }
-
     void newFoldersArePrivateAndTheFileIsOwnerOnly()
     {
         QTemporaryDir dir;

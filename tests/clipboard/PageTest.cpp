@@ -153,18 +153,6 @@ private Q_SLOTS:
         model.pollClipboard();
         QCOMPARE(model.clips(), before);
     }
-
-    void buttonAreasDoNotOverlap()
-    {
-        const QRect row(0, 0, 400, 42);
-        const QRect pin = HistoryRowDelegate::buttonRect(row, HistoryRowDelegate::Area::pin);
-        const QRect remove = HistoryRowDelegate::buttonRect(row, HistoryRowDelegate::Area::remove);
-        QVERIFY(!pin.intersects(remove));
-        QVERIFY(row.contains(pin) && row.contains(remove));
-        QCOMPARE(HistoryRowDelegate::areaAt(row, pin.center()), HistoryRowDelegate::Area::pin);
-        QCOMPARE(HistoryRowDelegate::areaAt(row, remove.center()), HistoryRowDelegate::Area::remove);
-        QCOMPARE(HistoryRowDelegate::areaAt(row, QPoint(20, 20)), HistoryRowDelegate::Area::row);
-    }
 };
 
 int runPageTests(int argc, char** argv)
