@@ -22,7 +22,7 @@ QString HistoryTexts::clearHint()
 
 QString HistoryTexts::clearSymbol()
 {
-    return QStringLiteral("xmark");
+    return QStringLiteral("trash");
 }
 
 QString HistoryTexts::pinHint()
@@ -30,9 +30,9 @@ QString HistoryTexts::pinHint()
     return QStringLiteral("Favorit umschalten · wird lokal gespeichert");
 }
 
-QString HistoryTexts::pinSymbol()
+QString HistoryTexts::pinSymbol(bool pinned)
 {
-    return QStringLiteral("pin.fill");
+    return pinned ? QStringLiteral("star.fill") : QStringLiteral("star");
 }
 
 QString HistoryTexts::deleteLabel()

@@ -14,7 +14,7 @@ public:
     static QString clearHint();
     static QString clearSymbol();
     static QString pinHint();
-    static QString pinSymbol();
+    static QString pinSymbol(bool pinned);
     static QString deleteLabel();
     static QString deleteHint();
     static QString deleteSymbol();

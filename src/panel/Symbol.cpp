@@ -20,6 +20,9 @@ constexpr Entry table[] = {
     {"slider.horizontal.3", 0xe429},                // tune
     {"rectangle.compress.vertical", 0xe5d6},        // unfold_less
     {"xmark", 0xe5cd},                              // close
+    {"trash", 0xe872},                              // delete
+    {"star", 0xe83a},                               // star_border
+    {"star.fill", 0xe838},                          // star
     {"ellipsis", 0xe5d3},                           // more_horiz
     {"square.grid.2x2", 0xe9b0},                    // grid_view
     {"magnifyingglass", 0xe8b6},                    // search

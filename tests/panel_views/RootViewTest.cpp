@@ -385,8 +385,9 @@ private Q_SLOTS:
             setLayout(rig.model(), c.layout);
             rig.model().setPage(Page::home);
             fits(root, c.home, "overview");
-            for (Page page : {Page::settings, Page::events, Page::shelf, Page::search, Page::commands,
-                              Page::weather, Page::capture, Page::menuApps, Page::notes, Page::workspaces}) {
+            for (Page page :
+                 {Page::settings, Page::events, Page::shelf, Page::clipboard, Page::search, Page::commands,
+                  Page::weather, Page::capture, Page::menuApps, Page::notes, Page::workspaces}) {
                 rig.model().setPage(page);
                 fits(root, c.other, qPrintable(Pages::title(page)));
             }

@@ -4,6 +4,7 @@
 #include "clipboard/HistoryTexts.h"
 #include "clipboard/widgets/HistoryRowDelegate.h"
 #include "model/Model.h"
+#include "panel/widgets/FlowLayout.h"
 #include "panel/widgets/PanelTheme.h"
 #include "panel/widgets/SymbolButton.h"
 #include "panel/widgets/SymbolLabel.h"
@@ -14,7 +15,6 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -66,11 +66,9 @@ HistoryPage::HistoryPage(Model& model, QWidget* parent)
     controls->addWidget(m_clear);
     column->addLayout(controls);
 
-    // The chips scroll sideways when the panel is narrower than all ten.
+    // The chips wrap onto a second line when the panel is narrower than all ten.
     auto* chipRow = new QWidget;
-    auto* chips = new QHBoxLayout(chipRow);
-    chips->setContentsMargins(0, 0, 0, 0);
-    chips->setSpacing(4);
+    auto* chips = new FlowLayout(chipRow, 4);
     m_chips->setExclusive(true);
     for (ClipKind kind : ClipKinds::allCases()) {
         auto* chip = new QPushButton(ClipKinds::label(kind));
@@ -87,16 +85,7 @@ HistoryPage::HistoryPage(Model& model, QWidget* parent)
         m_chips->addButton(chip, int(kind));
         chips->addWidget(chip);
     }
-    chips->addStretch(1);
-    auto* chipScroller = new QScrollArea;
-    chipScroller->setWidget(chipRow);
-    chipScroller->setWidgetResizable(true);
-    chipScroller->setFrameShape(QFrame::NoFrame);
-    chipScroller->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    chipScroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    chipScroller->setFixedHeight(chipRow->sizeHint().height());
-    chipScroller->viewport()->setAutoFillBackground(false);
-    column->addWidget(chipScroller);
+    column->addWidget(chipRow);
 
     m_storageError->setObjectName(QStringLiteral("storageError"));
     m_storageError->setWordWrap(true);

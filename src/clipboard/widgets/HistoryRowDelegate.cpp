@@ -58,7 +58,7 @@ void HistoryRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
 
     const bool pinned = index.data(HistoryListModel::PinnedRole).toBool();
     const QRect pinRect = buttonRect(row, Area::pin);
-    drawGlyph(painter, pinRect, HistoryTexts::pinSymbol(),
+    drawGlyph(painter, pinRect, HistoryTexts::pinSymbol(pinned),
               pinned ? PanelTheme::accent() : PanelTheme::tertiary());
     drawGlyph(painter, buttonRect(row, Area::remove), HistoryTexts::deleteSymbol(),
               hovered ? PanelTheme::text() : PanelTheme::tertiary());
