@@ -1,13 +1,16 @@
 #include "TestSupport.h"
 
 #include "app/SingleInstance.h"
+#include "model/Defaults.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDir>
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -48,6 +51,27 @@ private:
                 process.readAllStandardOutput(), process.readAllStandardError()};
     }
 
+    // The open panel's size as the X server reports it (the window is found by its title).
+    static QSize panelSize()
+    {
+        QProcess search;
+        search.start(QStringLiteral("xdotool"),
+                     {QStringLiteral("search"), QStringLiteral("--name"), QStringLiteral("^Brenlow$")});
+        search.waitForFinished(5000);
+        QSize largest;
+        for (const QByteArray& id : search.readAllStandardOutput().trimmed().split('\n')) {
+            QProcess geometry;
+            geometry.start(QStringLiteral("xdotool"),
+                           {QStringLiteral("getwindowgeometry"), QString::fromLatin1(id)});
+            geometry.waitForFinished(5000);
+            const auto match = QRegularExpression(QStringLiteral("Geometry: (\\d+)x(\\d+)"))
+                                   .match(QString::fromUtf8(geometry.readAllStandardOutput()));
+            if (match.hasMatch())
+                largest = largest.expandedTo(QSize(match.captured(1).toInt(), match.captured(2).toInt()));
+        }
+        return largest;
+    }
+
     static bool instanceRunning()
     {
         return QDBusConnection::sessionBus().interface()->isServiceRegistered(
@@ -66,8 +90,10 @@ private Q_SLOTS:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::newRow("alone") << QStringList{QStringLiteral("--permission-probe")};
-        QTest::newRow("before the self-test") << QStringList{QStringLiteral("--permission-probe"), QStringLiteral("--self-test")};
-        QTest::newRow("after the self-test") << QStringList{QStringLiteral("--self-test"), QStringLiteral("--permission-probe")};
+        QTest::newRow("before the self-test")
+            << QStringList{QStringLiteral("--permission-probe"), QStringLiteral("--self-test")};
+        QTest::newRow("after the self-test")
+            << QStringList{QStringLiteral("--self-test"), QStringLiteral("--permission-probe")};
     }
 
     void probePrintsOneSortedLine()
@@ -95,25 +121,34 @@ private Q_SLOTS:
         QVERIFY(lines.size() >= 3);
         for (const QByteArray& line : lines)
             QVERIFY2(line.startsWith("PASS: "), line.constData());
-        QCOMPARE(lines.last(), QByteArray("PASS: timer start/pause/reset/expiration/restart; event retention"));
+        QCOMPARE(lines.last(),
+                 QByteArray("PASS: timer start/pause/reset/expiration/restart; event retention"));
         // Every private domain is gone afterwards.
         const QDir settings(m_home.filePath(QStringLiteral("config/Brenlow")));
-        QVERIFY2(settings.entryList(QDir::Files).isEmpty(), qPrintable(settings.entryList(QDir::Files).join(u' ')));
+        QVERIFY2(settings.entryList(QDir::Files).isEmpty(),
+                 qPrintable(settings.entryList(QDir::Files).join(u' ')));
     }
 
     void secondStartHandsOverAndEnds()
     {
         QVERIFY(!instanceRunning());
+        // A user who finished the tour: the panel starts closed over the notch.
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_home.filePath(QStringLiteral("config"))));
+        Defaults(QString::fromLatin1(Defaults::standardDomain))
+            .setBool(QStringLiteral("welcome.completed"), true);
         QProcess first;
         first.setProcessEnvironment(scratchEnvironment());
         // A switch with a value appended is no switch: this is a normal start.
         first.start(QStringLiteral(BRENLOW_BINARY), {QStringLiteral("--self-test=yes")});
         QVERIFY(first.waitForStarted());
         QTRY_VERIFY_WITH_TIMEOUT(instanceRunning(), 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(panelSize(), QSize(160, 24), 10000);
 
         const Result second = run({}, 20000);
         QCOMPARE(second.exitCode, 0);
         QCOMPARE(first.state(), QProcess::Running);
+        // The running instance opened its panel for the second start.
+        QTRY_COMPARE_WITH_TIMEOUT(panelSize(), QSize(620, 378), 10000);
 
         first.terminate();
         QVERIFY(first.waitForFinished(10000));
