@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QDesktopServices>
 #include <QFile>
 #include <QFileInfo>
@@ -31,11 +32,12 @@ RunningApp LinuxWorkspace::describeProcess(qint64 pid)
 
 std::optional<RunningApp> LinuxWorkspace::frontmostApp() const
 {
-    const auto active = X11Support::cardinalProperty(X11Support::rootWindow(), X11Support::atom("_NET_ACTIVE_WINDOW"),
-                                                     XCB_ATOM_WINDOW);
+    const auto active = X11Support::cardinalProperty(X11Support::rootWindow(),
+                                                     X11Support::atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW);
     if (!active || *active == 0)
         return std::nullopt;
-    const auto pid = X11Support::cardinalProperty(*active, X11Support::atom("_NET_WM_PID"), XCB_ATOM_CARDINAL);
+    const auto pid =
+        X11Support::cardinalProperty(*active, X11Support::atom("_NET_WM_PID"), XCB_ATOM_CARDINAL);
     if (!pid)
         return std::nullopt;
     return describeProcess(*pid);
@@ -61,12 +63,21 @@ bool LinuxWorkspace::open(const QString& path)
 
 bool LinuxWorkspace::reveal(const QString& path)
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.FileManager1"),
-                                                       QStringLiteral("/org/freedesktop/FileManager1"),
-                                                       QStringLiteral("org.freedesktop.FileManager1"),
-                                                       QStringLiteral("ShowItems"));
+    const QUrl folder = QUrl::fromLocalFile(QFileInfo(path).absolutePath());
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return QDesktopServices::openUrl(folder);
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     call << QStringList{QUrl::fromLocalFile(path).toString()} << QString();
-    if (QDBusConnection::sessionBus().isConnected() && QDBusConnection::sessionBus().send(call))
-        return true;
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(path).absolutePath()));
+    // Without a file manager on the bus the containing folder opens instead.
+    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call));
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
+                     [folder](QDBusPendingCallWatcher* done) {
+                         if (done->isError())
+                             QDesktopServices::openUrl(folder);
+                         done->deleteLater();
+                     });
+    return true;
 }
