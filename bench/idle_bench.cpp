@@ -23,15 +23,15 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <unistd.h>
 #include <optional>
+#include <unistd.h>
 #include <vector>
 
 namespace {
 
 struct Cpu
 {
-    double statMs = 0;     // utime + stime, in clock ticks converted to ms
+    double statMs = 0;      // utime + stime, in clock ticks converted to ms
     double scheduledMs = 0; // sum of the threads' run time, nanosecond resolution
 };
 
@@ -139,7 +139,8 @@ int main(int argc, char** argv)
     QTemporaryDir home;
     qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toUtf8());
     qputenv("XDG_DATA_HOME", home.filePath(QStringLiteral("data")).toUtf8());
-    Defaults(QString::fromLatin1(Defaults::standardDomain)).setBool(QStringLiteral("welcome.completed"), true);
+    Defaults(QString::fromLatin1(Defaults::standardDomain))
+        .setBool(QStringLiteral("welcome.completed"), true);
 
     display.warp(300, 800);
     QProcess child;
@@ -176,8 +177,9 @@ int main(int argc, char** argv)
                 "10 ms ticks)\n",
                 seconds, (after.scheduledMs - before.scheduledMs) * perMinute,
                 (after.statMs - before.statMs) * perMinute);
-    std::printf("resident memory: VmRSS %s, peak VmHWM %s, threads %s\n", statusField(pid, "VmRSS:").constData(),
-                statusField(pid, "VmHWM:").constData(), statusField(pid, "Threads:").constData());
+    std::printf("resident memory: VmRSS %s, peak VmHWM %s, threads %s\n",
+                statusField(pid, "VmRSS:").constData(), statusField(pid, "VmHWM:").constData(),
+                statusField(pid, "Threads:").constData());
 
     // Latency: from the pointer arriving on the notch to the full open frame (620 x 378).
     std::vector<double> firstChange;

@@ -15,11 +15,9 @@
 #include <QWidget>
 
 AppDelegate::AppDelegate(Defaults& defaults, Platform platform, QObject* parent)
-    : QObject(parent)
-    , m_platform(platform)
-    , m_model(std::make_unique<Model>(defaults, platform, true, platform.pasteboard))
-{
-}
+    : QObject(parent), m_platform(platform),
+      m_model(std::make_unique<Model>(defaults, platform, true, platform.pasteboard))
+{}
 
 AppDelegate::~AppDelegate()
 {

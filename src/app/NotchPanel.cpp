@@ -28,18 +28,17 @@ KeyModifiers rulesModifiers(Qt::KeyboardModifiers qt)
 
 bool isModifierKey(int key)
 {
-    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Meta || key == Qt::Key_Alt
-        || key == Qt::Key_AltGr || key == Qt::Key_Super_L || key == Qt::Key_Super_R || key == Qt::Key_CapsLock
-        || key == Qt::Key_NumLock;
+    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Meta || key == Qt::Key_Alt ||
+           key == Qt::Key_AltGr || key == Qt::Key_Super_L || key == Qt::Key_Super_R ||
+           key == Qt::Key_CapsLock || key == Qt::Key_NumLock;
 }
 
 } // namespace
 
 NotchPanel::NotchPanel(Model& model, QWidget* parent)
-    : QWidget(parent,
-              Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus
-                  | Qt::NoDropShadowWindowHint)
-    , m_x11(QGuiApplication::platformName() == QLatin1String("xcb"))
+    : QWidget(parent, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                          Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint),
+      m_x11(QGuiApplication::platformName() == QLatin1String("xcb"))
 {
     setWindowTitle(QString::fromLatin1(title));
     setAttribute(Qt::WA_ShowWithoutActivating);

@@ -23,7 +23,8 @@ void pass(const QString& group)
 
 int runSelfTest()
 {
-    const QString domainName = QStringLiteral("Brenlow.ModelTests.") + QUuid::createUuid().toString(QUuid::WithoutBraces);
+    const QString domainName =
+        QStringLiteral("Brenlow.ModelTests.") + QUuid::createUuid().toString(QUuid::WithoutBraces);
     int status = 0;
     try {
         pass(SelfTestGroups::permissions());

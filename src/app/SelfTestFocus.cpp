@@ -30,13 +30,16 @@ QString timerAndEvents(Model& model, MemoryPlatform& memory)
     const int noticesBefore = int(model.notices().size());
     memory.clock.advance(25 * 60 + 1);
     model.tick();
-    selfCheck(model.seconds() == 0 && !model.timerRunning() && !model.deadline(), "expiration stops the timer");
-    selfCheck(model.notices().size() == noticesBefore + 1 && model.notices().first().title == u"Fokus geschafft"
-                  && model.notices().first().detail == u"Zeit für eine Pause.",
+    selfCheck(model.seconds() == 0 && !model.timerRunning() && !model.deadline(),
+              "expiration stops the timer");
+    selfCheck(model.notices().size() == noticesBefore + 1 &&
+                  model.notices().first().title == u"Fokus geschafft" &&
+                  model.notices().first().detail == u"Zeit für eine Pause.",
               "expiration is recorded");
     selfCheck(memory.sound.played == QStringList{QStringLiteral("Glass")}, "expiration plays the sound");
     model.toggleTimer();
-    selfCheck(model.timerRunning() && model.seconds() == 1500, "a finished timer restarts with the full period");
+    selfCheck(model.timerRunning() && model.seconds() == 1500,
+              "a finished timer restarts with the full period");
 
     // A restart of the application resumes the running period from its deadline.
     memory.clock.advance(100);

@@ -21,10 +21,11 @@ const QPointF onNotch(960, 10);
 struct HoverRig
 {
     HoverRig()
-        : domainName(QStringLiteral("Brenlow.SelfTest.") + QUuid::createUuid().toString(QUuid::WithoutBraces))
-        , defaults(std::make_unique<Defaults>(domainName))
-        , model(std::make_unique<Model>(*defaults, memory.platform(), false, memory.pasteboard))
-        , controller(std::make_unique<PanelController>(*model, window))
+        : domainName(QStringLiteral("Brenlow.SelfTest.") +
+                     QUuid::createUuid().toString(QUuid::WithoutBraces)),
+          defaults(std::make_unique<Defaults>(domainName)),
+          model(std::make_unique<Model>(*defaults, memory.platform(), false, memory.pasteboard)),
+          controller(std::make_unique<PanelController>(*model, window))
     {
         controller->reposition();
         window.orderFront();
@@ -54,7 +55,8 @@ void checkOpening()
 {
     for (const QPointF point : {QPointF(960, 0), QPointF(876, 12), QPointF(1044, 12), QPointF(960, 30)}) {
         HoverRig rig;
-        selfCheck(rig.window.frame() == QRectF(880, 0, 160, 24), "the closed panel covers the fallback notch");
+        selfCheck(rig.window.frame() == QRectF(880, 0, 160, 24),
+                  "the closed panel covers the fallback notch");
         rig.moveTo(point);
         selfCheck(rig.expanded(), "the first poll in the activation area opens the panel");
         selfCheck(!rig.window.isKey(), "hovering leaves the keyboard alone");
@@ -173,13 +175,13 @@ void checkKeys()
     rig.memory.hotKeys.taken = {KeyModifier::Option};
     rig.prefer([](PreferenceValues& v) { v.shortcut = HistoryShortcut::optionV; });
     rig.controller->configureShortcut();
-    selfCheck(rig.model->hotkeyStatus()
-                  == QStringLiteral("⌥ V ist bereits belegt. Bitte eine andere Kombination wählen."),
+    selfCheck(rig.model->hotkeyStatus() ==
+                  QStringLiteral("⌥ V ist bereits belegt. Bitte eine andere Kombination wählen."),
               "a taken shortcut is reported");
     rig.controller->expand(Page::notes, false);
     rig.prefer([](PreferenceValues& v) { v.shortcut = HistoryShortcut::controlV; });
-    selfCheck(rig.controller->handleLocalKey(KeyCode::V, KeyModifier::Control)
-                  && rig.model->page() == Page::clipboard,
+    selfCheck(rig.controller->handleLocalKey(KeyCode::V, KeyModifier::Control) &&
+                  rig.model->page() == Page::clipboard,
               "the history shortcut inside the panel opens the history");
 }
 

@@ -21,8 +21,7 @@ class PrivateDomain
 public:
     PrivateDomain()
         : m_name(QStringLiteral("Brenlow.SelfTest.") + QUuid::createUuid().toString(QUuid::WithoutBraces))
-    {
-    }
+    {}
     ~PrivateDomain() { Defaults(m_name).removeDomain(); }
     std::unique_ptr<Defaults> open() const { return std::make_unique<Defaults>(m_name); }
 
@@ -38,7 +37,8 @@ QString permissions()
 {
     MemoryPlatform memory;
     PermissionStore store(memory.permissions, memory.clock);
-    selfCheck(!store.accessibility() && !store.screenCapture(), "permissions start from the system's answers");
+    selfCheck(!store.accessibility() && !store.screenCapture(),
+              "permissions start from the system's answers");
     int changes = 0;
     store.onAccessibilityChanged = [&changes](bool) { ++changes; };
     store.refresh();
@@ -66,7 +66,8 @@ QString productivityStore()
         Productivity store(*defaults, memory.clock);
         store.addNote(QStringLiteral("  Eine Notiz  "));
         store.addNote(QStringLiteral(" \n "));
-        selfCheck(store.notes().size() == 1 && store.notes().first().text == u"Eine Notiz", "notes are trimmed");
+        selfCheck(store.notes().size() == 1 && store.notes().first().text == u"Eine Notiz",
+                  "notes are trimmed");
         store.togglePin(QStringLiteral("A"));
         store.togglePin(QStringLiteral("B"));
         store.togglePin(QStringLiteral("A"));
@@ -75,21 +76,21 @@ QString productivityStore()
         store.createWorkspace(QStringLiteral(" Test "), {folderUrl, folderUrl});
         store.createWorkspace(QStringLiteral(" "), {folderUrl});
         store.createWorkspace(QStringLiteral("Leer"), {});
-        selfCheck(store.presets().size() == 1 && store.presets().first().name == u"Test"
-                      && store.presets().first().paths.size() == 1,
+        selfCheck(store.presets().size() == 1 && store.presets().first().name == u"Test" &&
+                      store.presets().first().paths.size() == 1,
                   "workspaces are trimmed, deduplicated and need a name and paths");
         store.setMini(true);
     }
     auto defaults = domain.open();
     Productivity reloaded(*defaults, memory.clock);
-    selfCheck(reloaded.notes().size() == 1 && reloaded.pins() == QStringList{QStringLiteral("B")}
-                  && reloaded.presets().size() == 1 && reloaded.mini(),
+    selfCheck(reloaded.notes().size() == 1 && reloaded.pins() == QStringList{QStringLiteral("B")} &&
+                  reloaded.presets().size() == 1 && reloaded.mini(),
               "the store survives a restart");
 
     memory.workspace.openable.insert(existing);
     const WorkspacePreset preset{QUuid::createUuid(), QStringLiteral("Projekt"), {existing, missing}};
-    selfCheck(reloaded.launchStatus(preset, memory.workspace) == u"Nicht geöffnet: Fehlt"
-                  && memory.workspace.opened == QStringList{existing},
+    selfCheck(reloaded.launchStatus(preset, memory.workspace) == u"Nicht geöffnet: Fehlt" &&
+                  memory.workspace.opened == QStringList{existing},
               "a workspace opens what exists and names what failed");
     return QStringLiteral("productivity store notes, pins, workspaces, persistence and launch");
 }
@@ -101,8 +102,8 @@ QString preferencesAndHover()
         auto defaults = domain.open();
         Preferences fresh(*defaults);
         selfCheck(fresh.values() == PreferenceValues{}, "a fresh domain gives the defaults");
-        selfCheck(defaults->dataValue(QString::fromLatin1(Preferences::storageKey)).has_value()
-                      && defaults->boolValue(QString::fromLatin1(Preferences::migrationKey)) == true,
+        selfCheck(defaults->dataValue(QString::fromLatin1(Preferences::storageKey)).has_value() &&
+                      defaults->boolValue(QString::fromLatin1(Preferences::migrationKey)) == true,
                   "the defaults are written back with the migration flag");
         fresh.update([](PreferenceValues& values) { values.layout = PanelLayout::tall; });
         auto reopened = domain.open();
@@ -114,7 +115,8 @@ QString preferencesAndHover()
         PreferenceValues values;
         values.openDelay = stored;
         defaults->setData(QString::fromLatin1(Preferences::storageKey), values.encode());
-        selfCheck(Preferences(*defaults).values().openDelay == expected, "the former hover delay migrates once");
+        selfCheck(Preferences(*defaults).values().openDelay == expected,
+                  "the former hover delay migrates once");
         values.openDelay = 0.12;
         defaults->setData(QString::fromLatin1(Preferences::storageKey), values.encode());
         selfCheck(Preferences(*defaults).values().openDelay == 0.12, "the migration never runs twice");

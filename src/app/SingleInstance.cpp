@@ -4,10 +4,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 
-SingleInstance::SingleInstance(QObject* parent)
-    : QObject(parent)
-{
-}
+SingleInstance::SingleInstance(QObject* parent) : QObject(parent) {}
 
 bool SingleInstance::claim()
 {
@@ -21,7 +18,8 @@ bool SingleInstance::claim()
         return true;
     bus.unregisterObject(path);
     // The name belongs to a live process: the bus releases it when its owner dies.
-    const QDBusMessage call = QDBusMessage::createMethodCall(service, path, service, QStringLiteral("Reopen"));
+    const QDBusMessage call =
+        QDBusMessage::createMethodCall(service, path, service, QStringLiteral("Reopen"));
     bus.call(call, QDBus::Block, 2000);
     return false;
 }

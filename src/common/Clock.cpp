@@ -14,10 +14,7 @@ double SystemClock::uptime() const
     return double(ts.tv_sec) + double(ts.tv_nsec) / 1e9;
 }
 
-ManualClock::ManualClock()
-    : m_now(QDateTime(QDate(2026, 3, 1), QTime(9, 0), Qt::UTC))
-{
-}
+ManualClock::ManualClock() : m_now(QDateTime(QDate(2026, 3, 1), QTime(9, 0), Qt::UTC)) {}
 
 void ManualClock::advance(double seconds)
 {

@@ -1,9 +1,6 @@
 #include "common/SerialQueue.h"
 
-SerialQueue::SerialQueue(QString label)
-    : m_label(std::move(label))
-{
-}
+SerialQueue::SerialQueue(QString label) : m_label(std::move(label)) {}
 
 SerialQueue::~SerialQueue()
 {

@@ -112,9 +112,18 @@ void Model::restoreFocus()
     }
 }
 
-void Model::setSeconds(qint64 seconds) { assign(m_seconds, seconds, &Model::secondsChanged); }
-void Model::setDurationSeconds(qint64 seconds) { assign(m_duration, seconds, &Model::durationChanged); }
-void Model::setTimerRunning(bool running) { assign(m_timerRunning, running, &Model::timerRunningChanged); }
+void Model::setSeconds(qint64 seconds)
+{
+    assign(m_seconds, seconds, &Model::secondsChanged);
+}
+void Model::setDurationSeconds(qint64 seconds)
+{
+    assign(m_duration, seconds, &Model::durationChanged);
+}
+void Model::setTimerRunning(bool running)
+{
+    assign(m_timerRunning, running, &Model::timerRunningChanged);
+}
 
 void Model::addNotice(const QString& title, const QString& detail)
 {

@@ -84,8 +84,7 @@ QVariant decode(const QJsonObject& object)
 
 } // namespace
 
-Defaults::Defaults(QString domain)
-    : m_domain(std::move(domain))
+Defaults::Defaults(QString domain) : m_domain(std::move(domain))
 {
     load();
 }
@@ -193,8 +192,8 @@ void Defaults::write()
     const QString path = filePath();
     QDir().mkpath(QFileInfo(path).absolutePath());
     QSaveFile file(path);
-    m_lastWriteOk = file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(root).toJson(QJsonDocument::Compact)) >= 0
-                    && file.commit();
+    m_lastWriteOk = file.open(QIODevice::WriteOnly) &&
+                    file.write(QJsonDocument(root).toJson(QJsonDocument::Compact)) >= 0 && file.commit();
     if (!m_lastWriteOk)
         qWarning("Brenlow: settings domain %s could not be written", qPrintable(m_domain));
 }

@@ -57,7 +57,8 @@ std::optional<QByteArray> decodeData(const QJsonValue& value)
 {
     if (!value.isString())
         return std::nullopt;
-    auto result = QByteArray::fromBase64Encoding(value.toString().toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
+    auto result =
+        QByteArray::fromBase64Encoding(value.toString().toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
     if (!result)
         return std::nullopt;
     return *result;

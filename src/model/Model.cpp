@@ -16,11 +16,8 @@ const QString mediaEnabledKey = QStringLiteral("mediaEnabled");
 
 Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboard& clipboard,
              std::optional<QString> historyPath, QObject* parent)
-    : QObject(parent)
-    , m_defaults(defaults)
-    , m_platform(platform)
-    , m_clipboard(clipboard)
-    , m_messageDismiss(platform.scheduler, this)
+    : QObject(parent), m_defaults(defaults), m_platform(platform), m_clipboard(clipboard),
+      m_messageDismiss(platform.scheduler, this)
 {
     // 1. Initial values; trust is asked once here and again from the permission store below.
     m_permissions = std::make_unique<PermissionStore>(platform.permissions, platform.clock);
@@ -172,15 +169,42 @@ void Model::finishWelcome()
         show(Page::home);
 }
 
-void Model::setTrusted(bool trusted) { assign(m_trusted, trusted, &Model::trustedChanged); }
-void Model::setIntroActive(bool active) { assign(m_introActive, active, &Model::introActiveChanged); }
-void Model::setNotchWidth(double width) { assign(m_notchWidth, width, &Model::notchWidthChanged); }
-void Model::setNotchHeight(double height) { assign(m_notchHeight, height, &Model::notchHeightChanged); }
-void Model::setCaptureBusy(bool busy) { assign(m_captureBusy, busy, &Model::captureBusyChanged); }
-void Model::setCaptureStatus(const QString& status) { assign(m_captureStatus, status, &Model::captureStatusChanged); }
-void Model::setPanelPinned(bool pinned) { assign(m_panelPinned, pinned, &Model::panelPinnedChanged); }
-void Model::setHotkeyStatus(const QString& status) { assign(m_hotkeyStatus, status, &Model::hotkeyStatusChanged); }
-void Model::setExpanded(bool expanded) { assign(m_expanded, expanded, &Model::expandedChanged); }
+void Model::setTrusted(bool trusted)
+{
+    assign(m_trusted, trusted, &Model::trustedChanged);
+}
+void Model::setIntroActive(bool active)
+{
+    assign(m_introActive, active, &Model::introActiveChanged);
+}
+void Model::setNotchWidth(double width)
+{
+    assign(m_notchWidth, width, &Model::notchWidthChanged);
+}
+void Model::setNotchHeight(double height)
+{
+    assign(m_notchHeight, height, &Model::notchHeightChanged);
+}
+void Model::setCaptureBusy(bool busy)
+{
+    assign(m_captureBusy, busy, &Model::captureBusyChanged);
+}
+void Model::setCaptureStatus(const QString& status)
+{
+    assign(m_captureStatus, status, &Model::captureStatusChanged);
+}
+void Model::setPanelPinned(bool pinned)
+{
+    assign(m_panelPinned, pinned, &Model::panelPinnedChanged);
+}
+void Model::setHotkeyStatus(const QString& status)
+{
+    assign(m_hotkeyStatus, status, &Model::hotkeyStatusChanged);
+}
+void Model::setExpanded(bool expanded)
+{
+    assign(m_expanded, expanded, &Model::expandedChanged);
+}
 
 void Model::setSettingsSection(const QString& section)
 {

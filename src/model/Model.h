@@ -38,7 +38,8 @@ class Model : public QObject
     Q_PROPERTY(double notchHeight READ notchHeight WRITE setNotchHeight NOTIFY notchHeightChanged)
     Q_PROPERTY(bool captureBusy READ captureBusy WRITE setCaptureBusy NOTIFY captureBusyChanged)
     Q_PROPERTY(QString captureStatus READ captureStatus WRITE setCaptureStatus NOTIFY captureStatusChanged)
-    Q_PROPERTY(QString settingsSection READ settingsSection WRITE setSettingsSection NOTIFY settingsSectionChanged)
+    Q_PROPERTY(
+        QString settingsSection READ settingsSection WRITE setSettingsSection NOTIFY settingsSectionChanged)
     Q_PROPERTY(bool panelPinned READ panelPinned WRITE setPanelPinned NOTIFY panelPinnedChanged)
     Q_PROPERTY(QString hotkeyStatus READ hotkeyStatus WRITE setHotkeyStatus NOTIFY hotkeyStatusChanged)
     Q_PROPERTY(QString mediaStatus READ mediaStatus NOTIFY mediaStatusChanged)
@@ -248,8 +249,7 @@ Q_SIGNALS:
     void devicesChanged();
 
 private:
-    template <typename T>
-    bool assign(T& field, const T& value, void (Model::*notify)())
+    template <typename T> bool assign(T& field, const T& value, void (Model::*notify)())
     {
         if (field == value)
             return false;

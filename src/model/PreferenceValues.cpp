@@ -66,7 +66,8 @@ namespace HistoryShortcuts {
 
 QList<HistoryShortcut> all()
 {
-    return {HistoryShortcut::controlV, HistoryShortcut::controlShiftV, HistoryShortcut::optionV, HistoryShortcut::off};
+    return {HistoryShortcut::controlV, HistoryShortcut::controlShiftV, HistoryShortcut::optionV,
+            HistoryShortcut::off};
 }
 
 QString rawValue(HistoryShortcut shortcut)
@@ -194,11 +195,11 @@ std::optional<PreferenceValues> PreferenceValues::decode(const QByteArray& json)
     const auto historyLimit = readInt(object, u"historyLimit");
     const auto focusMinutes = readInt(object, u"focusMinutes");
     const auto focusSound = readBool(object, u"focusSound");
-    if (!layout || !shortcut || !hover || !openDelay || !closeDelay || !animate || !rememberPage || !screenMain
-        || !commands || !commandDelay || !historyLimit || !focusMinutes || !focusSound)
+    if (!layout || !shortcut || !hover || !openDelay || !closeDelay || !animate || !rememberPage ||
+        !screenMain || !commands || !commandDelay || !historyLimit || !focusMinutes || !focusSound)
         return std::nullopt;
 
-    return PreferenceValues{*layout,   *hover,        *openDelay,    *closeDelay,   *animate,
-                            *rememberPage, *screenMain, *commands,   *commandDelay, *shortcut,
+    return PreferenceValues{*layout,       *hover,        *openDelay, *closeDelay,   *animate,
+                            *rememberPage, *screenMain,   *commands,  *commandDelay, *shortcut,
                             *historyLimit, *focusMinutes, *focusSound};
 }

@@ -13,9 +13,7 @@ constexpr double formerOpenDelay = 0.12;
 constexpr double migrationTolerance = 0.0001 + 1e-12;
 } // namespace
 
-Preferences::Preferences(Defaults& defaults, QObject* parent)
-    : QObject(parent)
-    , m_defaults(defaults)
+Preferences::Preferences(Defaults& defaults, QObject* parent) : QObject(parent), m_defaults(defaults)
 {
     if (const auto data = m_defaults.dataValue(storage)) {
         if (const auto decoded = PreferenceValues::decode(*data))

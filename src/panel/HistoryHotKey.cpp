@@ -32,11 +32,12 @@ QString HistoryHotKey::offText()
 
 QString HistoryHotKey::activeText(HistoryShortcut shortcut)
 {
-    return HistoryShortcuts::label(shortcut) + QStringLiteral(" ist aktiv. Eintrag wählen, dann mit ⌘ V einfügen.");
+    return HistoryShortcuts::label(shortcut) +
+           QStringLiteral(" ist aktiv. Eintrag wählen, dann mit ⌘ V einfügen.");
 }
 
 QString HistoryHotKey::takenText(HistoryShortcut shortcut)
 {
-    return HistoryShortcuts::label(shortcut)
-        + QStringLiteral(" ist bereits belegt. Bitte eine andere Kombination wählen.");
+    return HistoryShortcuts::label(shortcut) +
+           QStringLiteral(" ist bereits belegt. Bitte eine andere Kombination wählen.");
 }

@@ -6,8 +6,8 @@ bool HoverPolicy::locked(const HoverLocks& locks)
         return true;
     if (locks.onboardingActive && locks.expanded)
         return true;
-    if (locks.pinned || locks.commandVisible || locks.interactionLocks >= 1 || locks.menuDepth >= 1
-        || locks.buttonsPressed)
+    if (locks.pinned || locks.commandVisible || locks.interactionLocks >= 1 || locks.menuDepth >= 1 ||
+        locks.buttonsPressed)
         return true;
     // The panel's own resize moves it under a resting pointer; give it time to settle.
     return locks.expanded && locks.repositioningUntil && locks.now < *locks.repositioningUntil;

@@ -1,7 +1,7 @@
 #include "panel/NotchGeometry.h"
 
-std::optional<int> NotchGeometry::chooseDisplay(const QList<DisplayInfo>& displays, std::optional<int> focused,
-                                                bool screenMain)
+std::optional<int> NotchGeometry::chooseDisplay(const QList<DisplayInfo>& displays,
+                                                std::optional<int> focused, bool screenMain)
 {
     if (displays.isEmpty())
         return std::nullopt;
@@ -19,8 +19,8 @@ std::optional<int> NotchGeometry::chooseDisplay(const QList<DisplayInfo>& displa
 QRectF NotchGeometry::notchRect(const DisplayInfo& display)
 {
     const QRectF& frame = display.frame;
-    const bool measurable = display.topInset > 0 && display.auxiliaryTopLeft && display.auxiliaryTopRight
-        && display.auxiliaryTopLeft->right() < display.auxiliaryTopRight->left();
+    const bool measurable = display.topInset > 0 && display.auxiliaryTopLeft && display.auxiliaryTopRight &&
+                            display.auxiliaryTopLeft->right() < display.auxiliaryTopRight->left();
     if (!measurable)
         return QRectF(frame.center().x() - fallbackWidth / 2, frame.top(), fallbackWidth, fallbackHeight);
     const double left = display.auxiliaryTopLeft->right();
@@ -65,6 +65,6 @@ bool NotchGeometry::contains(const QRectF& rect, QPointF point)
 {
     if (rect.isEmpty())
         return false;
-    return point.x() >= rect.left() && point.x() <= rect.right() && point.y() >= rect.top()
-        && point.y() <= rect.bottom();
+    return point.x() >= rect.left() && point.x() <= rect.right() && point.y() >= rect.top() &&
+           point.y() <= rect.bottom();
 }

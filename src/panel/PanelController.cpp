@@ -11,13 +11,9 @@
 #include "setup/OnboardingState.h"
 
 PanelController::PanelController(Model& model, PanelWindow& window, QObject* parent)
-    : QObject(parent)
-    , m_model(model)
-    , m_window(window)
-    , m_hotKey(model.platform().hotKeys)
-    , m_introWork(model.platform().scheduler, this)
-    , m_commandWork(model.platform().scheduler, this)
-    , m_pollWork(model.platform().scheduler, this)
+    : QObject(parent), m_model(model), m_window(window), m_hotKey(model.platform().hotKeys),
+      m_introWork(model.platform().scheduler, this), m_commandWork(model.platform().scheduler, this),
+      m_pollWork(model.platform().scheduler, this)
 {
     // Whatever changes what a poll would decide wakes the poll; it goes back to sleep by itself.
     connect(&model.preferences(), &Preferences::valuesChanged, this, &PanelController::wake);
@@ -316,8 +312,9 @@ void PanelController::schedulePolling()
 {
     if (!m_timerStarted)
         return;
-    const bool keep = hoverActive()
-        && (HoverPolicy::needsPolling(m_model.expanded(), m_lastInside, m_hover) || m_pointerMoving);
+    const bool keep =
+        hoverActive() &&
+        (HoverPolicy::needsPolling(m_model.expanded(), m_lastInside, m_hover) || m_pointerMoving);
     if (keep) {
         setWatching(false);
         if (!m_pollWork.isPending())

@@ -42,9 +42,9 @@ void Model::addFiles(const QList<QUrl>& urls)
     for (const QUrl& url : urls) {
         if (!url.isLocalFile())
             continue;
-        QList<QUrl>& target = url.fileName().section(u'.', -1).toLower() == u"app" && url.fileName().contains(u'.')
-                                  ? apps
-                                  : files;
+        QList<QUrl>& target =
+            url.fileName().section(u'.', -1).toLower() == u"app" && url.fileName().contains(u'.') ? apps
+                                                                                                  : files;
         if (!target.contains(url))
             target.append(url);
     }

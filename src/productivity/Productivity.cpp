@@ -21,8 +21,7 @@ const QString workspacePathsKey = QStringLiteral("workspacePaths");
 const QString workspaceEditingKey = QStringLiteral("workspaceEditingID");
 
 // A stored list decodes whole or counts as empty.
-template <typename Record>
-QList<Record> loadRecords(const Defaults& defaults, const QString& key)
+template <typename Record> QList<Record> loadRecords(const Defaults& defaults, const QString& key)
 {
     const auto data = defaults.dataValue(key);
     if (!data)
@@ -77,9 +76,7 @@ QString trimmed(const QString& text)
 } // namespace
 
 Productivity::Productivity(Defaults& defaults, Clock& clock, QObject* parent)
-    : QObject(parent)
-    , m_defaults(defaults)
-    , m_clock(clock)
+    : QObject(parent), m_defaults(defaults), m_clock(clock)
 {
     m_notes = loadRecords<QuickNote>(defaults, notesKey);
     storeNotes();
@@ -299,7 +296,8 @@ void Productivity::storePresets()
 
 void Productivity::storePins()
 {
-    m_defaults.setData(pinsKey, QJsonDocument(QJsonArray::fromStringList(m_pins)).toJson(QJsonDocument::Compact));
+    m_defaults.setData(pinsKey,
+                       QJsonDocument(QJsonArray::fromStringList(m_pins)).toJson(QJsonDocument::Compact));
 }
 
 void Productivity::storeOptionalId(const QString& key, std::optional<QUuid> id)

@@ -24,8 +24,10 @@ class Productivity : public QObject
     Q_PROPERTY(QStringList pins READ pins NOTIFY pinsChanged)
     Q_PROPERTY(bool mini READ mini WRITE setMini NOTIFY miniChanged)
     Q_PROPERTY(QString noteDraft READ noteDraft WRITE setNoteDraft NOTIFY noteDraftChanged)
-    Q_PROPERTY(QString workspaceDraft READ workspaceDraft WRITE setWorkspaceDraft NOTIFY workspaceDraftChanged)
-    Q_PROPERTY(QList<QUrl> workspacePaths READ workspacePaths WRITE setWorkspacePaths NOTIFY workspacePathsChanged)
+    Q_PROPERTY(
+        QString workspaceDraft READ workspaceDraft WRITE setWorkspaceDraft NOTIFY workspaceDraftChanged)
+    Q_PROPERTY(
+        QList<QUrl> workspacePaths READ workspacePaths WRITE setWorkspacePaths NOTIFY workspacePathsChanged)
 public:
     Productivity(Defaults& defaults, Clock& clock, QObject* parent = nullptr);
 

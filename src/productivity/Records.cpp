@@ -21,7 +21,9 @@ std::optional<QuickNote> QuickNote::fromJson(const QJsonObject& object)
 
 QJsonObject WorkspacePreset::toJson() const
 {
-    return {{u"id"_qs, Json::encodeUuid(id)}, {u"name"_qs, name}, {u"paths"_qs, QJsonArray::fromStringList(paths)}};
+    return {{u"id"_qs, Json::encodeUuid(id)},
+            {u"name"_qs, name},
+            {u"paths"_qs, QJsonArray::fromStringList(paths)}};
 }
 
 std::optional<WorkspacePreset> WorkspacePreset::fromJson(const QJsonObject& object)

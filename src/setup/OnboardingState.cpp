@@ -10,12 +10,10 @@ const QString completedKey = QStringLiteral("welcome.completed");
 } // namespace
 
 OnboardingState::OnboardingState(Defaults& defaults, QObject* parent)
-    : QObject(parent)
-    , m_defaults(defaults)
-    , m_step(int(std::clamp<qint64>(defaults.integerValue(stepKey).value_or(0), 0, lastStep)))
-    , m_completed(defaults.boolValue(completedKey).value_or(false))
-{
-}
+    : QObject(parent), m_defaults(defaults),
+      m_step(int(std::clamp<qint64>(defaults.integerValue(stepKey).value_or(0), 0, lastStep))),
+      m_completed(defaults.boolValue(completedKey).value_or(false))
+{}
 
 void OnboardingState::begin(bool replay)
 {

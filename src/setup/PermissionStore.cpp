@@ -4,13 +4,10 @@
 #include "platform/Permissions.h"
 
 PermissionStore::PermissionStore(Permissions& permissions, Clock& clock, QObject* parent)
-    : QObject(parent)
-    , m_permissions(permissions)
-    , m_clock(clock)
-    , m_accessibility(permissions.accessibilityTrusted(false))
-    , m_screenCapture(permissions.screenCaptureAllowed())
-{
-}
+    : QObject(parent), m_permissions(permissions), m_clock(clock),
+      m_accessibility(permissions.accessibilityTrusted(false)),
+      m_screenCapture(permissions.screenCaptureAllowed())
+{}
 
 void PermissionStore::refresh()
 {

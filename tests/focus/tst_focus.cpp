@@ -190,8 +190,10 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("stored");
         QTest::newRow("not json") << QByteArray("[{");
-        QTest::newRow("missing key") << QByteArray(R"([{"id":"6F9619FF-8B86-D011-B42D-00C04FC964FF","title":"x","date":1}])");
-        QTest::newRow("wrong type") << QByteArray(R"([{"id":"6F9619FF-8B86-D011-B42D-00C04FC964FF","title":"x","detail":"","date":"heute"}])");
+        QTest::newRow("missing key") << QByteArray(
+            R"([{"id":"6F9619FF-8B86-D011-B42D-00C04FC964FF","title":"x","date":1}])");
+        QTest::newRow("wrong type") << QByteArray(
+            R"([{"id":"6F9619FF-8B86-D011-B42D-00C04FC964FF","title":"x","detail":"","date":"heute"}])");
         QTest::newRow("empty list") << QByteArray("[]");
     }
 
@@ -203,7 +205,8 @@ private Q_SLOTS:
         Model& restarted = fixture.restart();
         QCOMPARE(restarted.notices().size(), 1);
         QCOMPARE(restarted.notices().first().title, QStringLiteral("Willkommen bei Brenlow"));
-        QCOMPARE(restarted.notices().first().detail, QStringLiteral("Dein Platz für Fokus, Dateien und schnelle Aktionen."));
+        QCOMPARE(restarted.notices().first().detail,
+                 QStringLiteral("Dein Platz für Fokus, Dateien und schnelle Aktionen."));
     }
 
     void storedNoticesUseTheRecordEncoding()

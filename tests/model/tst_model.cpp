@@ -36,8 +36,10 @@ private Q_SLOTS:
         QCOMPARE(reopened.integerValue(QStringLiteral("i")), std::optional<qint64>(1LL << 40));
         // A double that happens to be whole stays a double, not an integer.
         QCOMPARE(reopened.value(QStringLiteral("d")).typeId(), int(QMetaType::Double));
-        QCOMPARE(reopened.stringValue(QStringLiteral("s")), std::optional<QString>(QStringLiteral("Grüße ✓")));
-        QCOMPARE(reopened.dataValue(QStringLiteral("data")), std::optional<QByteArray>(QByteArray("\0\x01\xff", 3)));
+        QCOMPARE(reopened.stringValue(QStringLiteral("s")),
+                 std::optional<QString>(QStringLiteral("Grüße ✓")));
+        QCOMPARE(reopened.dataValue(QStringLiteral("data")),
+                 std::optional<QByteArray>(QByteArray("\0\x01\xff", 3)));
         QCOMPARE(reopened.dateValue(QStringLiteral("date")), std::optional<QDateTime>(date));
         QCOMPARE(reopened.stringArrayValue(QStringLiteral("list")).value(), QStringList({"/a", "/b c"}));
         // Wrong-type reads give nothing rather than a converted value.
@@ -97,7 +99,8 @@ private Q_SLOTS:
         Preferences preferences(*domain.defaults);
         QCOMPARE(preferences.values(), PreferenceValues{});
         // The unreadable document was replaced by the defaults.
-        QCOMPARE(PreferenceValues::decode(*domain.defaults->dataValue(QString::fromLatin1(Preferences::storageKey))),
+        QCOMPARE(PreferenceValues::decode(
+                     *domain.defaults->dataValue(QString::fromLatin1(Preferences::storageKey))),
                  std::optional<PreferenceValues>(PreferenceValues{}));
     }
 
@@ -124,7 +127,8 @@ private Q_SLOTS:
             QCOMPARE(preferences.values().openDelay, expected);
         }
         Defaults& reopened = domain.reopen();
-        QCOMPARE(reopened.boolValue(QString::fromLatin1(Preferences::migrationKey)), std::optional<bool>(true));
+        QCOMPARE(reopened.boolValue(QString::fromLatin1(Preferences::migrationKey)),
+                 std::optional<bool>(true));
         values.openDelay = 0.12;
         reopened.setData(QString::fromLatin1(Preferences::storageKey), values.encode());
         Preferences again(reopened);
@@ -173,7 +177,8 @@ private Q_SLOTS:
         fixture.model->resize = [&resizes] { ++resizes; };
         fixture.model->setPage(Page::clipboard);
         QCOMPARE(resizes, 1);
-        QCOMPARE(fixture.domain.defaults->stringValue(QStringLiteral("lastPage")), std::optional<QString>(u"Verlauf"_qs));
+        QCOMPARE(fixture.domain.defaults->stringValue(QStringLiteral("lastPage")),
+                 std::optional<QString>(u"Verlauf"_qs));
         QCOMPARE(fixture.restart().page(), Page::clipboard);
 
         // Not restored while the preference is off; the tour and unknown titles never are.
@@ -265,8 +270,8 @@ private Q_SLOTS:
 
     void pagesKnowTheirTitlesAndTabs()
     {
-        QCOMPARE(Pages::tabs(), QList<Page>({Page::home, Page::search, Page::shelf, Page::clipboard, Page::notes,
-                                             Page::workspaces, Page::commands}));
+        QCOMPARE(Pages::tabs(), QList<Page>({Page::home, Page::search, Page::shelf, Page::clipboard,
+                                             Page::notes, Page::workspaces, Page::commands}));
         for (Page page : Pages::all())
             QCOMPARE(Pages::fromTitle(Pages::title(page)), std::optional<Page>(page));
         QCOMPARE(Pages::headline(Page::commands, QStringLiteral("Kate")), QStringLiteral("Kate"));

@@ -217,7 +217,8 @@ private Q_SLOTS:
         rig.controller.collapse();
 
         rig.prefer([](PreferenceValues& v) { v.rememberPage = false; });
-        rig.memory().workspace.frontmost = RunningApp{QStringLiteral("brenlow"), 4242, QStringLiteral("Brenlow")};
+        rig.memory().workspace.frontmost =
+            RunningApp{QStringLiteral("brenlow"), 4242, QStringLiteral("Brenlow")};
         rig.controller.expand(std::nullopt, false);
         QCOMPARE(rig.model().page(), Page::home);
         // Our own process is never the target of the commands page.

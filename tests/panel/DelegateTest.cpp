@@ -110,7 +110,8 @@ private Q_SLOTS:
             v.layout = PanelLayout::tall;
         });
         QCOMPARE(app.memory.hotKeys.registered, std::optional<KeyModifiers>(KeyModifier::Option));
-        QCOMPARE(app.model().hotkeyStatus(), QStringLiteral("⌥ V ist aktiv. Eintrag wählen, dann mit ⌘ V einfügen."));
+        QCOMPARE(app.model().hotkeyStatus(),
+                 QStringLiteral("⌥ V ist aktiv. Eintrag wählen, dann mit ⌘ V einfügen."));
 
         app.model().close();
         QVERIFY(!app.model().expanded());
@@ -140,7 +141,8 @@ private Q_SLOTS:
         QCOMPARE(app.model().page(), Page::clipboard);
 
         app.model().close();
-        app.memory.workspace.frontmost = RunningApp{QStringLiteral("org.kde.kate"), 77, QStringLiteral("Kate")};
+        app.memory.workspace.frontmost =
+            RunningApp{QStringLiteral("org.kde.kate"), 77, QStringLiteral("Kate")};
         app.memory.keyMonitor.emitModifiers(KeyModifier::Command);
         app.advance(0.9);
         QCOMPARE(app.model().page(), Page::commands);

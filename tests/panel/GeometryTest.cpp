@@ -32,7 +32,8 @@ class GeometryTest : public QObject
 private Q_SLOTS:
     void displayChoice()
     {
-        const QList<DisplayInfo> displays{plain(QRectF(0, 0, 1920, 1080)), notched(QRectF(1920, 0, 1512, 982)),
+        const QList<DisplayInfo> displays{plain(QRectF(0, 0, 1920, 1080)),
+                                          notched(QRectF(1920, 0, 1512, 982)),
                                           plain(QRectF(-1280, 0, 1280, 1024))};
         QCOMPARE(NotchGeometry::chooseDisplay(displays, 2, false), std::optional<int>(1));
         QCOMPARE(NotchGeometry::chooseDisplay(displays, 2, true), std::optional<int>(0));
@@ -61,7 +62,8 @@ private Q_SLOTS:
         QCOMPARE(notch, QRectF(-1512 + 650, 98, 185, 32));
         PanelState open;
         open.expanded = true;
-        const QRectF frame = NotchGeometry::panelFrame(notch, display.frame, NotchGeometry::panelSize(open, notch.size()));
+        const QRectF frame =
+            NotchGeometry::panelFrame(notch, display.frame, NotchGeometry::panelSize(open, notch.size()));
         QCOMPARE(frame, QRectF(-1512 + 650 + 92.5 - 310, 98, 620, 378));
         QCOMPARE(frame.center().x(), notch.center().x());
     }
@@ -83,8 +85,8 @@ private Q_SLOTS:
         QTest::newRow("areas overlap") << overlapping << QRectF(880, 0, 160, 24);
         DisplayInfo zeroInset = notched(main, 0);
         QTest::newRow("areas but no inset") << zeroInset << QRectF(880, 0, 160, 24);
-        QTest::newRow("display above right") << plain(QRectF(1920, -1440, 2560, 1440))
-                                             << QRectF(1920 + 1280 - 80, -1440, 160, 24);
+        QTest::newRow("display above right")
+            << plain(QRectF(1920, -1440, 2560, 1440)) << QRectF(1920 + 1280 - 80, -1440, 160, 24);
     }
 
     void fallbackNotch()
@@ -121,19 +123,28 @@ private Q_SLOTS:
         QTest::addColumn<PanelLayout>("layout");
         QTest::addColumn<QSizeF>("size");
         const auto balanced = PanelLayout::balanced;
-        QTest::newRow("glow beats open") << true << true << Page::home << false << balanced << QSizeF(209, 48);
-        QTest::newRow("closed") << false << false << Page::settings << true << PanelLayout::wide << QSizeF(185, 32);
-        QTest::newRow("tour, even mini") << false << true << Page::onboarding << true << PanelLayout::tall
-                                         << QSizeF(640, 528);
-        QTest::newRow("mini overview") << false << true << Page::home << true << PanelLayout::wide << QSizeF(440, 112);
-        QTest::newRow("mini only on home") << false << true << Page::notes << true << balanced << QSizeF(620, 466);
-        QTest::newRow("wide home") << false << true << Page::home << false << PanelLayout::wide << QSizeF(800, 378);
+        QTest::newRow("glow beats open")
+            << true << true << Page::home << false << balanced << QSizeF(209, 48);
+        QTest::newRow("closed") << false << false << Page::settings << true << PanelLayout::wide
+                                << QSizeF(185, 32);
+        QTest::newRow("tour, even mini")
+            << false << true << Page::onboarding << true << PanelLayout::tall << QSizeF(640, 528);
+        QTest::newRow("mini overview")
+            << false << true << Page::home << true << PanelLayout::wide << QSizeF(440, 112);
+        QTest::newRow("mini only on home")
+            << false << true << Page::notes << true << balanced << QSizeF(620, 466);
+        QTest::newRow("wide home") << false << true << Page::home << false << PanelLayout::wide
+                                   << QSizeF(800, 378);
         QTest::newRow("wide other") << false << true << Page::clipboard << false << PanelLayout::wide
                                     << QSizeF(800, 426);
-        QTest::newRow("balanced home") << false << true << Page::home << false << balanced << QSizeF(620, 378);
-        QTest::newRow("balanced other") << false << true << Page::commands << false << balanced << QSizeF(620, 466);
-        QTest::newRow("tall home") << false << true << Page::home << false << PanelLayout::tall << QSizeF(520, 556);
-        QTest::newRow("tall other") << false << true << Page::weather << false << PanelLayout::tall << QSizeF(520, 556);
+        QTest::newRow("balanced home")
+            << false << true << Page::home << false << balanced << QSizeF(620, 378);
+        QTest::newRow("balanced other")
+            << false << true << Page::commands << false << balanced << QSizeF(620, 466);
+        QTest::newRow("tall home") << false << true << Page::home << false << PanelLayout::tall
+                                   << QSizeF(520, 556);
+        QTest::newRow("tall other") << false << true << Page::weather << false << PanelLayout::tall
+                                    << QSizeF(520, 556);
     }
 
     void panelSizes()

@@ -117,8 +117,14 @@ private Q_SLOTS:
         QVERIFY(!with([](HoverLocks& l) { l.onboardingActive = true; }));
         QVERIFY(with([](HoverLocks& l) { l.onboardingActive = l.expanded = true; }));
         // A resize holds an open panel for its quiet time, not after.
-        QVERIFY(with([](HoverLocks& l) { l.expanded = true; l.repositioningUntil = 10.1; }));
-        QVERIFY(!with([](HoverLocks& l) { l.expanded = true; l.repositioningUntil = 10.0; }));
+        QVERIFY(with([](HoverLocks& l) {
+            l.expanded = true;
+            l.repositioningUntil = 10.1;
+        }));
+        QVERIFY(!with([](HoverLocks& l) {
+            l.expanded = true;
+            l.repositioningUntil = 10.0;
+        }));
         QVERIFY(!with([](HoverLocks& l) { l.repositioningUntil = 10.1; }));
     }
 

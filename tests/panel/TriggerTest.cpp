@@ -78,12 +78,14 @@ private Q_SLOTS:
         MemoryHotKeys& keys = rig.memory().hotKeys;
         rig.controller.configureShortcut();
         QCOMPARE(keys.registered, std::optional<KeyModifiers>(KeyModifier::Control));
-        QCOMPARE(rig.model().hotkeyStatus(), QStringLiteral("⌃ V ist aktiv. Eintrag wählen, dann mit ⌘ V einfügen."));
+        QCOMPARE(rig.model().hotkeyStatus(),
+                 QStringLiteral("⌃ V ist aktiv. Eintrag wählen, dann mit ⌘ V einfügen."));
 
         rig.prefer([](PreferenceValues& v) { v.shortcut = HistoryShortcut::optionV; });
         rig.controller.configureShortcut();
         QCOMPARE(keys.registered, std::optional<KeyModifiers>(KeyModifier::Option));
-        QCOMPARE(rig.model().hotkeyStatus(), QStringLiteral("⌥ V ist aktiv. Eintrag wählen, dann mit ⌘ V einfügen."));
+        QCOMPARE(rig.model().hotkeyStatus(),
+                 QStringLiteral("⌥ V ist aktiv. Eintrag wählen, dann mit ⌘ V einfügen."));
 
         // Another setting changes: the registration and its status stay untouched.
         rig.model().setHotkeyStatus(QStringLiteral("unverändert"));

@@ -40,13 +40,15 @@ void moveTo(int x, int y)
 // The panel's frame as the X server has it, found by its title the way the bars find it.
 QRect serverFrame()
 {
-    const QByteArray ids = xdotool({QStringLiteral("search"), QStringLiteral("--name"), QStringLiteral("^Brenlow$")});
+    const QByteArray ids =
+        xdotool({QStringLiteral("search"), QStringLiteral("--name"), QStringLiteral("^Brenlow$")});
     for (const QByteArray& id : ids.split('\n')) {
-        const QString geometry = QString::fromUtf8(
-            xdotool({QStringLiteral("getwindowgeometry"), QString::fromLatin1(id)}));
-        const auto match = QRegularExpression(QStringLiteral("Position: (-?\\d+),(-?\\d+).*Geometry: (\\d+)x(\\d+)"),
-                                              QRegularExpression::DotMatchesEverythingOption)
-                               .match(geometry);
+        const QString geometry =
+            QString::fromUtf8(xdotool({QStringLiteral("getwindowgeometry"), QString::fromLatin1(id)}));
+        const auto match =
+            QRegularExpression(QStringLiteral("Position: (-?\\d+),(-?\\d+).*Geometry: (\\d+)x(\\d+)"),
+                               QRegularExpression::DotMatchesEverythingOption)
+                .match(geometry);
         if (match.hasMatch() && match.captured(3).toInt() > 1)
             return QRect(match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt(),
                          match.captured(4).toInt());
@@ -210,7 +212,9 @@ private Q_SLOTS:
         {
             const xcb_setup_t* setup = xcb_get_setup(other);
             auto* mapping = xcb_get_keyboard_mapping_reply(
-                other, xcb_get_keyboard_mapping(other, setup->min_keycode, setup->max_keycode - setup->min_keycode + 1),
+                other,
+                xcb_get_keyboard_mapping(other, setup->min_keycode,
+                                         setup->max_keycode - setup->min_keycode + 1),
                 nullptr);
             const xcb_keysym_t* syms = xcb_get_keyboard_mapping_keysyms(mapping);
             for (int i = 0; i < xcb_get_keyboard_mapping_keysyms_length(mapping) && !keycode; ++i) {
@@ -220,7 +224,8 @@ private Q_SLOTS:
             std::free(mapping);
         }
         QVERIFY(keycode);
-        xcb_grab_key(other, 1, screen->root, XCB_MOD_MASK_1, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        xcb_grab_key(other, 1, screen->root, XCB_MOD_MASK_1, keycode, XCB_GRAB_MODE_ASYNC,
+                     XCB_GRAB_MODE_ASYNC);
         std::free(xcb_get_input_focus_reply(other, xcb_get_input_focus(other), nullptr));
 
         model().preferences().update([](PreferenceValues& v) { v.shortcut = HistoryShortcut::optionV; });
@@ -228,8 +233,10 @@ private Q_SLOTS:
                  QStringLiteral("⌥ V ist bereits belegt. Bitte eine andere Kombination wählen."));
         xcb_disconnect(other);
 
-        model().preferences().update([](PreferenceValues& v) { v.shortcut = HistoryShortcut::controlShiftV; });
-        QCOMPARE(model().hotkeyStatus(), QStringLiteral("⌃ ⇧ V ist aktiv. Eintrag wählen, dann mit ⌘ V einfügen."));
+        model().preferences().update(
+            [](PreferenceValues& v) { v.shortcut = HistoryShortcut::controlShiftV; });
+        QCOMPARE(model().hotkeyStatus(),
+                 QStringLiteral("⌃ ⇧ V ist aktiv. Eintrag wählen, dann mit ⌘ V einfügen."));
         xdotool({QStringLiteral("key"), QStringLiteral("super+shift+v")});
         QTRY_VERIFY(model().expanded());
         QCOMPARE(model().page(), Page::clipboard);

@@ -48,8 +48,14 @@ private Q_SLOTS:
         QStringList fired;
         QList<double> firedAt;
         const double start = clock.uptime();
-        scheduler.schedule(2.0, &context, [&] { fired.append(QStringLiteral("b")); firedAt.append(clock.uptime() - start); });
-        scheduler.schedule(0.5, &context, [&] { fired.append(QStringLiteral("a")); firedAt.append(clock.uptime() - start); });
+        scheduler.schedule(2.0, &context, [&] {
+            fired.append(QStringLiteral("b"));
+            firedAt.append(clock.uptime() - start);
+        });
+        scheduler.schedule(0.5, &context, [&] {
+            fired.append(QStringLiteral("a"));
+            firedAt.append(clock.uptime() - start);
+        });
         const auto cancelled = scheduler.schedule(1.0, &context, [&] { fired.append(QStringLiteral("x")); });
         scheduler.cancel(cancelled);
         scheduler.advance(1.9);
@@ -89,8 +95,13 @@ private Q_SLOTS:
         QList<int> results;
         QThread* workerThread = nullptr;
         for (int i = 0; i < 5; ++i) {
-            queue.run<int>(&receiver, [i, &workerThread] { workerThread = QThread::currentThread(); return i * i; },
-                           [&results](int value) { results.append(value); });
+            queue.run<int>(
+                &receiver,
+                [i, &workerThread] {
+                    workerThread = QThread::currentThread();
+                    return i * i;
+                },
+                [&results](int value) { results.append(value); });
         }
         QTRY_COMPARE(results, QList<int>({0, 1, 4, 9, 16}));
         QVERIFY(workerThread != QThread::currentThread());
@@ -105,14 +116,21 @@ private Q_SLOTS:
         QSemaphore release;
         {
             QObject receiver;
-            queue.run<int>(&receiver, [&] { started.release(); release.acquire(); return 1; },
-                           [&answered](int) { answered = true; });
+            queue.run<int>(
+                &receiver,
+                [&] {
+                    started.release();
+                    release.acquire();
+                    return 1;
+                },
+                [&answered](int) { answered = true; });
             started.acquire();
         }
         release.release();
         QObject later;
         bool laterAnswered = false;
-        queue.run<int>(&later, [] { return 2; }, [&laterAnswered](int) { laterAnswered = true; });
+        queue.run<int>(
+            &later, [] { return 2; }, [&laterAnswered](int) { laterAnswered = true; });
         QTRY_VERIFY(laterAnswered);
         QVERIFY(!answered);
     }

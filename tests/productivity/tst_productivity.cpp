@@ -93,12 +93,14 @@ private Q_SLOTS:
     {
         ScratchDomain domain;
         MemoryPlatform memory;
-        domain.defaults->setData(QStringLiteral("productivity.notes"), QByteArray(R"([{"id":"x","text":"a"}])"));
+        domain.defaults->setData(QStringLiteral("productivity.notes"),
+                                 QByteArray(R"([{"id":"x","text":"a"}])"));
         domain.defaults->setData(QStringLiteral("productivity.pins"), QByteArray(R"(["a", 3])"));
         Productivity store(*domain.defaults, memory.clock);
         QVERIFY(store.notes().isEmpty());
         QVERIFY(store.pins().isEmpty());
-        QCOMPARE(domain.defaults->dataValue(QStringLiteral("productivity.notes")), std::optional<QByteArray>("[]"));
+        QCOMPARE(domain.defaults->dataValue(QStringLiteral("productivity.notes")),
+                 std::optional<QByteArray>("[]"));
     }
 
     void launchingAWorkspaceReportsWhatFailed()

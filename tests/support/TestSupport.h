@@ -20,10 +20,9 @@ class ScratchDomain
 {
 public:
     ScratchDomain()
-        : name(QStringLiteral("Brenlow.Tests.") + QUuid::createUuid().toString(QUuid::WithoutBraces))
-        , defaults(std::make_unique<Defaults>(name))
-    {
-    }
+        : name(QStringLiteral("Brenlow.Tests.") + QUuid::createUuid().toString(QUuid::WithoutBraces)),
+          defaults(std::make_unique<Defaults>(name))
+    {}
     ~ScratchDomain() { Defaults(name).removeDomain(); }
     // A fresh Defaults object over the same file, as after a restart.
     Defaults& reopen()
@@ -40,15 +39,18 @@ public:
 class ModelFixture
 {
 public:
-    explicit ModelFixture(std::optional<QString> historyPath = std::nullopt) : historyPath(std::move(historyPath))
+    explicit ModelFixture(std::optional<QString> historyPath = std::nullopt)
+        : historyPath(std::move(historyPath))
     {
-        model = std::make_unique<Model>(*domain.defaults, memory.platform(), false, memory.pasteboard, this->historyPath);
+        model = std::make_unique<Model>(*domain.defaults, memory.platform(), false, memory.pasteboard,
+                                        this->historyPath);
     }
     // Quits and starts again over the same settings and clipboard file.
     Model& restart()
     {
         model.reset();
-        model = std::make_unique<Model>(domain.reopen(), memory.platform(), false, memory.pasteboard, historyPath);
+        model = std::make_unique<Model>(domain.reopen(), memory.platform(), false, memory.pasteboard,
+                                        historyPath);
         return *model;
     }
 

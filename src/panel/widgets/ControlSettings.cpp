@@ -19,8 +19,7 @@ ControlSettings::ControlSettings(Model& model, QWidget* parent)
       m_closeDelay(new DelayRow(SettingsTexts::closeDelayLabel(), SettingsTexts::closeDelayRange())),
       m_commands(new ToggleRow(SettingsTexts::commandsToggle())),
       m_commandDelay(new DelayRow(SettingsTexts::commandDelayLabel(), SettingsTexts::commandDelayRange())),
-      m_shortcut(new QComboBox),
-      m_status((new TextLabel(QString(), 11, TextLabel::secondary))->wrapping())
+      m_shortcut(new QComboBox), m_status((new TextLabel(QString(), 11, TextLabel::secondary))->wrapping())
 {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

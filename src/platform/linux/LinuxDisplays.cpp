@@ -30,8 +30,7 @@ QVariant unwrap(QVariant value)
 
 } // namespace
 
-LinuxDisplays::LinuxDisplays(QObject* parent)
-    : Displays(parent)
+LinuxDisplays::LinuxDisplays(QObject* parent) : Displays(parent)
 {
     for (QScreen* screen : QGuiApplication::screens())
         watchScreen(screen);
@@ -75,25 +74,25 @@ std::optional<int> LinuxDisplays::focusedDisplay() const
 
 void LinuxDisplays::readMotionSetting(const QString& group, const QString& key)
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.portal.Desktop"),
-                                                       QStringLiteral("/org/freedesktop/portal/desktop"),
-                                                       QStringLiteral("org.freedesktop.portal.Settings"),
-                                                       QStringLiteral("Read"));
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
+        QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
     call << group << key;
     auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call, 2000), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, key](QDBusPendingCallWatcher* finished) {
-        finished->deleteLater();
-        const QDBusPendingReply<QVariant> reply = *finished;
-        if (reply.isError())
-            return;
-        const QVariant value = unwrap(reply.value());
-        if (!value.isValid())
-            return;
-        bool number = false;
-        const bool reduced = key == QLatin1String("enable-animations")
-            ? !value.toBool()
-            : (value.toDouble(&number) == 0.0 && number);
-        if (reduced)
-            m_reduceMotion = true;
-    });
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, key](QDBusPendingCallWatcher* finished) {
+                finished->deleteLater();
+                const QDBusPendingReply<QVariant> reply = *finished;
+                if (reply.isError())
+                    return;
+                const QVariant value = unwrap(reply.value());
+                if (!value.isValid())
+                    return;
+                bool number = false;
+                const bool reduced = key == QLatin1String("enable-animations")
+                                         ? !value.toBool()
+                                         : (value.toDouble(&number) == 0.0 && number);
+                if (reduced)
+                    m_reduceMotion = true;
+            });
 }

@@ -17,9 +17,7 @@ constexpr quint32 keysymSuperL = 0xffeb;
 constexpr quint32 keysymAltL = 0xffe9;
 } // namespace
 
-LinuxHotKeys::LinuxHotKeys(QObject* parent)
-    : HotKeys(parent)
-    , m_root(X11Support::rootWindow())
+LinuxHotKeys::LinuxHotKeys(QObject* parent) : HotKeys(parent), m_root(X11Support::rootWindow())
 {
     if (m_root)
         QCoreApplication::instance()->installNativeEventFilter(this);
@@ -71,8 +69,8 @@ bool LinuxHotKeys::registerHotKey(int keyCode, KeyModifiers modifiers)
                 seen = seen || (other.keycode == grab.keycode && other.modifiers == grab.modifiers);
             if (seen)
                 continue;
-            cookies.append(xcb_grab_key_checked(c, 1, m_root, grab.modifiers, grab.keycode, XCB_GRAB_MODE_ASYNC,
-                                                XCB_GRAB_MODE_ASYNC));
+            cookies.append(xcb_grab_key_checked(c, 1, m_root, grab.modifiers, grab.keycode,
+                                                XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
             grabs.append(grab);
         }
     }

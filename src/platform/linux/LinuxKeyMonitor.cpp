@@ -8,14 +8,12 @@
 #include <xcb/xinput.h>
 
 namespace {
-constexpr std::uint32_t keyEvents = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+constexpr std::uint32_t keyEvents =
+    XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
 } // namespace
 
-LinuxKeyMonitor::LinuxKeyMonitor(QObject* parent)
-    : KeyMonitor(parent)
-    , m_xinput(X11Support::xinputOpcode())
-{
-}
+LinuxKeyMonitor::LinuxKeyMonitor(QObject* parent) : KeyMonitor(parent), m_xinput(X11Support::xinputOpcode())
+{}
 
 LinuxKeyMonitor::~LinuxKeyMonitor()
 {

@@ -16,20 +16,19 @@ constexpr int probeTimeoutMs = 500;
 
 QDBusMessage isEnabledQuery()
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(a11yService, a11yPath, propertiesInterface, QStringLiteral("Get"));
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(a11yService, a11yPath, propertiesInterface, QStringLiteral("Get"));
     message << statusInterface << enabledProperty;
     return message;
 }
 } // namespace
 
-LinuxPermissions::LinuxPermissions()
-    : m_trusted(queryAccessibilityNow())
-{
-}
+LinuxPermissions::LinuxPermissions() : m_trusted(queryAccessibilityNow()) {}
 
 bool LinuxPermissions::queryAccessibilityNow()
 {
-    const QDBusMessage reply = QDBusConnection::sessionBus().call(isEnabledQuery(), QDBus::Block, probeTimeoutMs);
+    const QDBusMessage reply =
+        QDBusConnection::sessionBus().call(isEnabledQuery(), QDBus::Block, probeTimeoutMs);
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
         return false;
     return reply.arguments().constFirst().value<QDBusVariant>().variant().toBool();
@@ -53,11 +52,13 @@ void LinuxPermissions::refreshAsync(bool enable) const
         return;
     if (enable) {
         // Asking for trust switches the desktop's accessibility bus on, as its settings switch would.
-        QDBusMessage set = QDBusMessage::createMethodCall(a11yService, a11yPath, propertiesInterface, QStringLiteral("Set"));
+        QDBusMessage set =
+            QDBusMessage::createMethodCall(a11yService, a11yPath, propertiesInterface, QStringLiteral("Set"));
         set << statusInterface << enabledProperty << QVariant::fromValue(QDBusVariant(true));
         bus.asyncCall(set);
     }
-    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(isEnabledQuery()), const_cast<LinuxPermissions*>(this));
+    auto* watcher =
+        new QDBusPendingCallWatcher(bus.asyncCall(isEnabledQuery()), const_cast<LinuxPermissions*>(this));
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* call) {
         const QDBusPendingReply<QDBusVariant> reply = *call;
         if (!reply.isError())

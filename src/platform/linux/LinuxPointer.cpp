@@ -15,11 +15,8 @@ constexpr std::uint32_t motionEvents = XCB_INPUT_XI_EVENT_MASK_RAW_MOTION | XCB_
 } // namespace
 
 LinuxPointer::LinuxPointer(QObject* parent)
-    : Pointer(parent)
-    , m_xinput(X11Support::xinputOpcode())
-    , m_root(X11Support::rootWindow())
-{
-}
+    : Pointer(parent), m_xinput(X11Support::xinputOpcode()), m_root(X11Support::rootWindow())
+{}
 
 LinuxPointer::~LinuxPointer()
 {

@@ -19,7 +19,8 @@ QString LinuxSound::soundFile(const QString& name, const QStringList& dataDirs)
     const QString event = themeEvent(name);
     for (const QString& dir : dataDirs) {
         for (const char* extension : {".oga", ".ogg", ".wav"}) {
-            const QString path = dir + QStringLiteral("/sounds/freedesktop/stereo/") + event + QLatin1String(extension);
+            const QString path =
+                dir + QStringLiteral("/sounds/freedesktop/stereo/") + event + QLatin1String(extension);
             if (QFileInfo::exists(path))
                 return path;
         }
@@ -29,7 +30,8 @@ QString LinuxSound::soundFile(const QString& name, const QStringList& dataDirs)
 
 void LinuxSound::play(const QString& name)
 {
-    const QString file = soundFile(name, QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation));
+    const QString file =
+        soundFile(name, QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation));
     if (file.isEmpty())
         return;
     // A detached player never blocks the heartbeat; without one the sound is simply skipped.

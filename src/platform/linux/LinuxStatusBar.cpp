@@ -4,10 +4,7 @@
 #include <QMenu>
 #include <QSystemTrayIcon>
 
-LinuxStatusBar::LinuxStatusBar(QObject* parent)
-    : StatusBar(parent)
-{
-}
+LinuxStatusBar::LinuxStatusBar(QObject* parent) : StatusBar(parent) {}
 
 LinuxStatusBar::~LinuxStatusBar()
 {

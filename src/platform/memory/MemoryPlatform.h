@@ -15,8 +15,8 @@ public:
 
     Platform platform()
     {
-        return Platform{clock, scheduler, pasteboard, permissions, sound, workspace,
-                        displays, pointer, hotKeys, keyMonitor, statusBar};
+        return Platform{clock,    scheduler, pasteboard, permissions, sound,    workspace,
+                        displays, pointer,   hotKeys,    keyMonitor,  statusBar};
     }
 
     ManualClock clock;

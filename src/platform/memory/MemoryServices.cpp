@@ -3,10 +3,9 @@
 #include <QUuid>
 
 MemoryPasteboard::MemoryPasteboard(QString name, QObject* parent)
-    : Pasteboard(parent)
-    , m_name(name.isEmpty() ? QUuid::createUuid().toString(QUuid::WithoutBraces) : std::move(name))
-{
-}
+    : Pasteboard(parent),
+      m_name(name.isEmpty() ? QUuid::createUuid().toString(QUuid::WithoutBraces) : std::move(name))
+{}
 
 void MemoryPasteboard::clearAndWriteString(const QString& text)
 {
@@ -56,7 +55,8 @@ bool MemoryWorkspace::reveal(const QString& path)
 
 MemoryDisplays::MemoryDisplays()
 {
-    list.append(DisplayInfo{QStringLiteral("memory"), QRectF(0, 0, 1920, 1080), 0, std::nullopt, std::nullopt});
+    list.append(
+        DisplayInfo{QStringLiteral("memory"), QRectF(0, 0, 1920, 1080), 0, std::nullopt, std::nullopt});
 }
 
 void MemoryPointer::moveTo(QPointF position)
