@@ -13,6 +13,9 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUuid>
+
+#include <memory>
 
 // The real program's run modes, started as a user would start it.
 class ProgramTest : public QObject
@@ -21,6 +24,7 @@ class ProgramTest : public QObject
 
 private:
     QTemporaryDir m_home;
+    std::unique_ptr<QProcess> m_program;
 
     QProcessEnvironment scratchEnvironment() const
     {
@@ -72,6 +76,42 @@ private:
         return largest;
     }
 
+    // A user who finished the tour: the panel starts closed over the notch.
+    void startProgram()
+    {
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_home.filePath(QStringLiteral("config"))));
+        Defaults(QString::fromLatin1(Defaults::standardDomain))
+            .setBool(QStringLiteral("welcome.completed"), true);
+        m_program = std::make_unique<QProcess>();
+        m_program->setProcessEnvironment(scratchEnvironment());
+        // A switch with a value appended is no switch: this is a normal start.
+        m_program->start(QStringLiteral(BRENLOW_BINARY), {QStringLiteral("--self-test=yes")});
+        QVERIFY(m_program->waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(instanceRunning(), 20000);
+    }
+
+    void stopProgram()
+    {
+        m_program->terminate();
+        QVERIFY(m_program->waitForFinished(10000));
+        QCOMPARE(m_program->exitStatus(), QProcess::NormalExit);
+        QCOMPARE(m_program->exitCode(), 0);
+        m_program.reset();
+        QTRY_VERIFY_WITH_TIMEOUT(!instanceRunning(), 5000);
+    }
+
+    // The texts in the program's history file, read the way any other SQLite client would.
+    QStringList storedTexts() const
+    {
+        QProcess sqlite;
+        sqlite.start(QStringLiteral("sqlite3"),
+                     {QStringLiteral("-readonly"),
+                      m_home.filePath(QStringLiteral("data/Brenlow/clipboard.sqlite")),
+                      QStringLiteral("SELECT text FROM clips ORDER BY date DESC")});
+        sqlite.waitForFinished(5000);
+        return QString::fromUtf8(sqlite.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    }
+
     static bool instanceRunning()
     {
         return QDBusConnection::sessionBus().interface()->isServiceRegistered(
@@ -84,6 +124,16 @@ private Q_SLOTS:
         QVERIFY(m_home.isValid());
         if (!QDBusConnection::sessionBus().isConnected())
             QSKIP("needs a session bus (the suite runs under dbus-run-session)");
+    }
+
+    void cleanup()
+    {
+        // A failed check must not leave a running instance behind for the next test.
+        if (m_program) {
+            m_program->kill();
+            m_program->waitForFinished();
+            m_program.reset();
+        }
     }
 
     void probePrintsOneSortedLine_data()
@@ -131,30 +181,32 @@ private Q_SLOTS:
 
     void secondStartHandsOverAndEnds()
     {
-        QVERIFY(!instanceRunning());
-        // A user who finished the tour: the panel starts closed over the notch.
-        qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_home.filePath(QStringLiteral("config"))));
-        Defaults(QString::fromLatin1(Defaults::standardDomain))
-            .setBool(QStringLiteral("welcome.completed"), true);
-        QProcess first;
-        first.setProcessEnvironment(scratchEnvironment());
-        // A switch with a value appended is no switch: this is a normal start.
-        first.start(QStringLiteral(BRENLOW_BINARY), {QStringLiteral("--self-test=yes")});
-        QVERIFY(first.waitForStarted());
-        QTRY_VERIFY_WITH_TIMEOUT(instanceRunning(), 20000);
+        startProgram();
         QTRY_COMPARE_WITH_TIMEOUT(panelSize(), QSize(160, 24), 10000);
 
         const Result second = run({}, 20000);
         QCOMPARE(second.exitCode, 0);
-        QCOMPARE(first.state(), QProcess::Running);
+        QCOMPARE(m_program->state(), QProcess::Running);
         // The running instance opened its panel for the second start.
         QTRY_COMPARE_WITH_TIMEOUT(panelSize(), QSize(620, 378), 10000);
+        stopProgram();
+    }
 
-        first.terminate();
-        QVERIFY(first.waitForFinished(10000));
-        QCOMPARE(first.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(first.exitCode(), 0);
-        QTRY_VERIFY_WITH_TIMEOUT(!instanceRunning(), 5000);
+    void copiesInOtherApplicationsReachTheHistoryFile()
+    {
+        startProgram();
+        const QString text = QStringLiteral("Kopiert in einer anderen App ") + QUuid::createUuid().toString();
+        QProcess xclip;
+        xclip.start(QStringLiteral("xclip"), {QStringLiteral("-selection"), QStringLiteral("clipboard")});
+        QVERIFY(xclip.waitForStarted());
+        xclip.write(text.toUtf8());
+        xclip.closeWriteChannel();
+        QTRY_VERIFY_WITH_TIMEOUT(storedTexts().contains(text), 10000);
+        stopProgram();
+        // xclip serves the selection until another client takes it; the program is gone now.
+        xclip.kill();
+        xclip.waitForFinished();
+        QVERIFY(storedTexts().contains(text));
     }
 };
 

@@ -3,19 +3,21 @@
 #include "platform/linux/LinuxDisplays.h"
 #include "platform/linux/LinuxHotKeys.h"
 #include "platform/linux/LinuxKeyMonitor.h"
+#include "platform/linux/LinuxPasteboard.h"
 #include "platform/linux/LinuxPermissions.h"
 #include "platform/linux/LinuxPointer.h"
 #include "platform/linux/LinuxSound.h"
 #include "platform/linux/LinuxStatusBar.h"
 #include "platform/linux/LinuxWorkspace.h"
-#include "platform/memory/MemoryServices.h"
+
+#include <QGuiApplication>
 
 LinuxPlatform::LinuxPlatform()
-    : m_pasteboard(std::make_unique<MemoryPasteboard>()), m_permissions(std::make_unique<LinuxPermissions>()),
-      m_sound(std::make_unique<LinuxSound>()), m_workspace(std::make_unique<LinuxWorkspace>()),
-      m_displays(std::make_unique<LinuxDisplays>()), m_pointer(std::make_unique<LinuxPointer>()),
-      m_hotKeys(std::make_unique<LinuxHotKeys>()), m_keyMonitor(std::make_unique<LinuxKeyMonitor>()),
-      m_statusBar(std::make_unique<LinuxStatusBar>())
+    : m_pasteboard(std::make_unique<LinuxPasteboard>(QGuiApplication::clipboard())),
+      m_permissions(std::make_unique<LinuxPermissions>()), m_sound(std::make_unique<LinuxSound>()),
+      m_workspace(std::make_unique<LinuxWorkspace>()), m_displays(std::make_unique<LinuxDisplays>()),
+      m_pointer(std::make_unique<LinuxPointer>()), m_hotKeys(std::make_unique<LinuxHotKeys>()),
+      m_keyMonitor(std::make_unique<LinuxKeyMonitor>()), m_statusBar(std::make_unique<LinuxStatusBar>())
 {}
 
 LinuxPlatform::~LinuxPlatform() = default;
