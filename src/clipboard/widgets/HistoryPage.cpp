@@ -81,7 +81,7 @@ HistoryPage::HistoryPage(Model& model, QWidget* parent)
         // Room for the bold label of the chosen chip (plus its side padding), so choosing does
         // not clip it.
         chip->setMinimumWidth(
-            QFontMetrics(PanelTheme::font(12, QFont::DemiBold)).horizontalAdvance(chip->text()) + 18);
+            QFontMetrics(PanelTheme::font(12, QFont::DemiBold)).horizontalAdvance(chip->text()) + 14);
         m_chips->addButton(chip, int(kind));
         chips->addWidget(chip);
     }
