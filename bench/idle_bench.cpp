@@ -209,7 +209,11 @@ int main(int argc, char** argv)
             QThread::usleep(500);
         }
         if (full < 0) {
-            std::printf("round %d: the panel did not reach its open frame\n", round + 1);
+            const QRect seen = display.geometry(*panel);
+            std::printf(
+                "round %d: the panel did not reach its open frame (last seen %dx%d+%d+%d, first change %s)\n",
+                round + 1, seen.width(), seen.height(), seen.x(), seen.y(),
+                first ? qPrintable(QString::number(*first, 'f', 1) + QStringLiteral(" ms")) : "none");
             continue;
         }
         firstChange.push_back(first.value_or(full));
