@@ -92,6 +92,16 @@ QString ms(double seconds)
     return QStringLiteral("%1 ms").arg(seconds * 1000.0, 0, 'f', 2);
 }
 
+// A private settings domain for one measurement, removed when it ends.
+struct BenchDomain
+{
+    BenchDomain()
+        : defaults(QStringLiteral("Brenlow.Bench.") + QUuid::createUuid().toString(QUuid::WithoutBraces))
+    {}
+    ~BenchDomain() { defaults.removeDomain(); }
+    Defaults defaults;
+};
+
 QString us(double seconds)
 {
     return QStringLiteral("%1 µs").arg(seconds * 1e6, 0, 'f', 3);
@@ -224,9 +234,8 @@ qint64 buildHistory(const QString& path, int count)
 int measureStart(const QString& path)
 {
     QStandardPaths::setTestModeEnabled(true);
-    const QString domainName =
-        QStringLiteral("Brenlow.Bench.") + QUuid::createUuid().toString(QUuid::WithoutBraces);
-    Defaults defaults(domainName);
+    BenchDomain domain;
+    Defaults& defaults = domain.defaults;
     MemoryPlatform memory;
     const double before = residentMiB();
     QElapsedTimer wall;
@@ -238,7 +247,6 @@ int measureStart(const QString& path)
     std::printf("%d %.6f %.6f %.2f %.2f %.2f\n", int(model->clips().size()), elapsed, cpuUsed, before,
                 residentMiB(), residentMiB("VmHWM:"));
     model.reset();
-    Defaults(domainName).removeDomain();
     return 0;
 }
 
@@ -298,9 +306,8 @@ void measureHistory(int count, const QString& folder)
     row("  peak during start", QStringLiteral("%1 MiB").arg(median(peaks), 0, 'f', 1));
 
     // The rest runs on one model in this process.
-    const QString domainName =
-        QStringLiteral("Brenlow.Bench.") + QUuid::createUuid().toString(QUuid::WithoutBraces);
-    Defaults defaults(domainName);
+    BenchDomain domain;
+    Defaults& defaults = domain.defaults;
     MemoryPlatform memory;
     Model model(defaults, memory.platform(), false, memory.pasteboard, path);
     for (int i = 0; i < 5; ++i)
@@ -378,7 +385,6 @@ void measureHistory(int count, const QString& folder)
     for (int i = 0; i < ticks; ++i)
         model.tick();
     row("idle heartbeat tick (whole tick, memory services)", us(timer.nsecsElapsed() / 1e9 / ticks));
-    Defaults(domainName).removeDomain();
 }
 
 // The heartbeat as the running program has it: the Linux services, so every fifth tick asks the
@@ -390,9 +396,8 @@ void measureRealTick(const QString& folder)
         row("idle heartbeat tick", QStringLiteral("skipped: no X display"));
         return;
     }
-    const QString domainName =
-        QStringLiteral("Brenlow.Bench.") + QUuid::createUuid().toString(QUuid::WithoutBraces);
-    Defaults defaults(domainName);
+    BenchDomain domain;
+    Defaults& defaults = domain.defaults;
     LinuxPlatform linuxPlatform;
     Model model(defaults, linuxPlatform.platform(), false, linuxPlatform.platform().pasteboard,
                 folder + QStringLiteral("/tick/clipboard.sqlite"));
@@ -407,7 +412,6 @@ void measureRealTick(const QString& folder)
     }
     row("idle heartbeat tick, CPU (every 5th refreshes permissions)", us((cpuSeconds() - cpu) / ticks));
     row("idle heartbeat tick, wall", us(timer.nsecsElapsed() / 1e9 / ticks));
-    Defaults(domainName).removeDomain();
 }
 
 void measureCopyLatency(const QString& folder)
@@ -418,9 +422,8 @@ void measureCopyLatency(const QString& folder)
         row("copy latency", QStringLiteral("skipped: no X display"));
         return;
     }
-    const QString domainName =
-        QStringLiteral("Brenlow.Bench.") + QUuid::createUuid().toString(QUuid::WithoutBraces);
-    Defaults defaults(domainName);
+    BenchDomain domain;
+    Defaults& defaults = domain.defaults;
     MemoryPlatform memory;
     LinuxPasteboard pasteboard(QGuiApplication::clipboard());
     const Platform base = memory.platform();
@@ -501,7 +504,6 @@ void measureCopyLatency(const QString& folder)
         }
         delete child;
     }
-    Defaults(domainName).removeDomain();
 }
 
 } // namespace

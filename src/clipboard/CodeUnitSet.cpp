@@ -18,6 +18,21 @@ bool isLineBreak(char16_t c)
 // Sixteen code units per step: two blocks of eight, tested together.
 constexpr qsizetype stride = 16;
 
+// Runs `hits` over whole blocks of `stride` units from `i`; answers the first hit, or -1 with
+// `i` left at the start of the unscanned tail.
+template <typename Hits>
+qsizetype scanBlocks(const char16_t* data, qsizetype size, qsizetype& i, const Hits& hits)
+{
+    for (; i + stride <= size; i += stride) {
+        const __m128i low = hits(_mm_loadu_si128(reinterpret_cast<const __m128i*>(data + i)));
+        const __m128i high = hits(_mm_loadu_si128(reinterpret_cast<const __m128i*>(data + i + 8)));
+        const unsigned mask = unsigned(_mm_movemask_epi8(low)) | (unsigned(_mm_movemask_epi8(high)) << 16);
+        if (mask)
+            return i + std::countr_zero(mask) / 2;
+    }
+    return -1;
+}
+
 template <int N> qsizetype findAny(const char16_t* data, qsizetype size, qsizetype i, const char16_t* units)
 {
     __m128i needles[N];
@@ -29,13 +44,8 @@ template <int N> qsizetype findAny(const char16_t* data, qsizetype size, qsizety
             mask = _mm_or_si128(mask, _mm_cmpeq_epi16(block, needles[k]));
         return mask;
     };
-    for (; i + stride <= size; i += stride) {
-        const __m128i low = hits(_mm_loadu_si128(reinterpret_cast<const __m128i*>(data + i)));
-        const __m128i high = hits(_mm_loadu_si128(reinterpret_cast<const __m128i*>(data + i + 8)));
-        const unsigned mask = unsigned(_mm_movemask_epi8(low)) | (unsigned(_mm_movemask_epi8(high)) << 16);
-        if (mask)
-            return i + std::countr_zero(mask) / 2;
-    }
+    if (const qsizetype hit = scanBlocks(data, size, i, hits); hit >= 0)
+        return hit;
     for (; i < size; ++i) {
         if (std::find(units, units + N, data[i]) != units + N)
             return i;
@@ -62,13 +72,8 @@ template <bool orBacktick> qsizetype findBreak(const char16_t* data, qsizetype s
             mask = _mm_or_si128(mask, _mm_cmpeq_epi16(block, backtick));
         return mask;
     };
-    for (; i + stride <= size; i += stride) {
-        const __m128i low = hits(_mm_loadu_si128(reinterpret_cast<const __m128i*>(data + i)));
-        const __m128i high = hits(_mm_loadu_si128(reinterpret_cast<const __m128i*>(data + i + 8)));
-        const unsigned mask = unsigned(_mm_movemask_epi8(low)) | (unsigned(_mm_movemask_epi8(high)) << 16);
-        if (mask)
-            return i + std::countr_zero(mask) / 2;
-    }
+    if (const qsizetype hit = scanBlocks(data, size, i, hits); hit >= 0)
+        return hit;
     for (; i < size; ++i) {
         if (isLineBreak(data[i]) || (orBacktick && data[i] == u'`'))
             return i;
