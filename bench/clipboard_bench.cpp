@@ -5,12 +5,12 @@
 #include "clipboard/HistoryListModel.h"
 #include "clipboard/VisibleClips.h"
 #include "clipboard/widgets/HistoryPage.h"
-#include "model/Defaults.h"
 #include "model/Model.h"
 #include "platform/linux/LinuxPasteboard.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "productivity/Productivity.h"
+#include "settings/Defaults.h"
 
 #include <QApplication>
 #include <QClipboard>

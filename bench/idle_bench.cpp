@@ -6,7 +6,7 @@
 // reach its full open frame. Run it on a display of its own, for example:
 //   xvfb-run -a -s "-screen 0 1920x1080x24" dbus-run-session build/bench/idle_bench [seconds] [rounds]
 
-#include "model/Defaults.h"
+#include "settings/Defaults.h"
 
 #include <QCoreApplication>
 #include <QDir>

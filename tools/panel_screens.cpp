@@ -4,13 +4,13 @@
 //   panel_screens <folder>
 
 #include "focus/widgets/ActivityPage.h"
-#include "model/Defaults.h"
 #include "model/Model.h"
-#include "model/Preferences.h"
-#include "panel/widgets/RootView.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "productivity/Productivity.h"
+#include "settings/Defaults.h"
+#include "settings/Preferences.h"
 #include "setup/OnboardingState.h"
+#include "shell/widgets/RootView.h"
 
 #include <QApplication>
 #include <QDir>

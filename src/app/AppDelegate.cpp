@@ -2,13 +2,13 @@
 
 #include "app/NotchPanel.h"
 #include "model/Model.h"
-#include "panel/PanelController.h"
 #include "platform/Displays.h"
 #include "platform/HotKeys.h"
 #include "platform/KeyMonitor.h"
 #include "platform/StatusBar.h"
 #include "productivity/Productivity.h"
 #include "setup/OnboardingState.h"
+#include "shell/PanelController.h"
 
 #include <QApplication>
 #include <QPointer>

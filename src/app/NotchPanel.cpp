@@ -1,8 +1,8 @@
 #include "app/NotchPanel.h"
 
-#include "panel/NotchGeometry.h"
-#include "panel/widgets/RootView.h"
 #include "platform/linux/X11WindowHints.h"
+#include "shell/NotchGeometry.h"
+#include "shell/widgets/RootView.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>

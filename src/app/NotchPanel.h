@@ -1,7 +1,7 @@
 #pragma once
 
-#include "panel/PanelWindow.h"
 #include "platform/KeyModifiers.h"
+#include "shell/PanelWindow.h"
 
 #include <QWidget>
 

@@ -1,8 +1,8 @@
 #include "app/SelfTest.h"
 
-#include "model/Defaults.h"
 #include "model/Model.h"
 #include "platform/memory/MemoryPlatform.h"
+#include "settings/Defaults.h"
 
 #include <QUuid>
 

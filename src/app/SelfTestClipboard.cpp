@@ -4,10 +4,10 @@
 
 #include "clipboard/ClipboardArchive.h"
 #include "common/Clock.h"
-#include "model/Defaults.h"
 #include "model/Model.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "productivity/Productivity.h"
+#include "settings/Defaults.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // Self-test group for the focus timer and the activity list, on the shared test model.
 #include "app/SelfTest.h"
 
-#include "model/Defaults.h"
 #include "model/Model.h"
 #include "platform/memory/MemoryPlatform.h"
+#include "settings/Defaults.h"
 
 namespace SelfTestGroups {
 

@@ -1,12 +1,12 @@
 #include "app/SelfTest.h"
 
-#include "model/Defaults.h"
 #include "model/Model.h"
-#include "model/Preferences.h"
-#include "panel/HistoryHotKey.h"
-#include "panel/MemoryPanelWindow.h"
-#include "panel/PanelController.h"
 #include "platform/memory/MemoryPlatform.h"
+#include "settings/Defaults.h"
+#include "settings/Preferences.h"
+#include "shell/HistoryHotKey.h"
+#include "shell/MemoryPanelWindow.h"
+#include "shell/PanelController.h"
 
 #include <QUuid>
 

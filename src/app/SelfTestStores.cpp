@@ -2,11 +2,11 @@
 #include "app/SelfTest.h"
 
 #include "common/Clock.h"
-#include "model/Defaults.h"
 #include "model/Model.h"
-#include "model/Preferences.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "productivity/Productivity.h"
+#include "settings/Defaults.h"
+#include "settings/Preferences.h"
 #include "setup/PermissionStore.h"
 
 #include <QDir>

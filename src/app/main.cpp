@@ -2,9 +2,9 @@
 #include "app/SelfTest.h"
 #include "app/SingleInstance.h"
 #include "app/TerminationSignals.h"
-#include "model/Defaults.h"
 #include "platform/linux/LinuxPermissions.h"
 #include "platform/linux/LinuxPlatform.h"
+#include "settings/Defaults.h"
 
 #include <QApplication>
 #include <QJsonDocument>

@@ -2,9 +2,9 @@
 #include "model/Model.h"
 
 #include "common/Clock.h"
-#include "model/Defaults.h"
-#include "model/Preferences.h"
 #include "platform/Sound.h"
+#include "settings/Defaults.h"
+#include "settings/Preferences.h"
 
 #include <algorithm>
 #include <cmath>

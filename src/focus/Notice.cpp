@@ -1,6 +1,6 @@
 #include "focus/Notice.h"
 
-#include "model/Json.h"
+#include "settings/Json.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,10 +1,10 @@
 #include "model/Model.h"
 
 #include "clipboard/ClipboardArchive.h"
-#include "model/Defaults.h"
-#include "model/Preferences.h"
 #include "platform/Pasteboard.h"
 #include "productivity/Productivity.h"
+#include "settings/Defaults.h"
+#include "settings/Preferences.h"
 #include "setup/OnboardingState.h"
 #include "setup/PermissionStore.h"
 

@@ -1,9 +1,9 @@
 // The shelf, the favourite apps and workspace launching: the model's members for them.
 #include "model/Model.h"
 
-#include "model/Defaults.h"
 #include "platform/Workspace.h"
 #include "productivity/Productivity.h"
+#include "settings/Defaults.h"
 
 namespace {
 const QString filesKey = QStringLiteral("files");

@@ -1,9 +1,9 @@
 #include "productivity/Productivity.h"
 
 #include "common/Clock.h"
-#include "model/Defaults.h"
-#include "model/Json.h"
 #include "platform/Workspace.h"
+#include "settings/Defaults.h"
+#include "settings/Json.h"
 
 #include <QFileInfo>
 #include <QJsonArray>

@@ -1,6 +1,6 @@
-#include "model/Json.h"
 #include "productivity/QuickNote.h"
 #include "productivity/WorkspacePreset.h"
+#include "settings/Json.h"
 
 #include <QJsonArray>
 

@@ -1,6 +1,6 @@
 #include "setup/OnboardingState.h"
 
-#include "model/Defaults.h"
+#include "settings/Defaults.h"
 
 #include <algorithm>
 

@@ -4,8 +4,8 @@
 #include "clipboard/HistoryListModel.h"
 #include "clipboard/widgets/HistoryPage.h"
 #include "clipboard/widgets/HistoryRowDelegate.h"
-#include "panel/widgets/SymbolButton.h"
 #include "productivity/Productivity.h"
+#include "ui/SymbolButton.h"
 
 #include <QLabel>
 #include <QLineEdit>

@@ -1,6 +1,6 @@
 #include "TestSupport.h"
 
-#include "model/Preferences.h"
+#include "settings/Preferences.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,8 +1,8 @@
 #include "TestSupport.h"
 
-#include "model/Json.h"
-#include "model/Preferences.h"
 #include "productivity/Productivity.h"
+#include "settings/Json.h"
+#include "settings/Preferences.h"
 #include "setup/OnboardingState.h"
 
 #include <QFile>

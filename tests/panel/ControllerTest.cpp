@@ -1,8 +1,8 @@
 #include "PanelRig.h"
 #include "PanelTests.h"
 
-#include "panel/HistoryHotKey.h"
 #include "setup/OnboardingState.h"
+#include "shell/HistoryHotKey.h"
 
 // The hover rules on the manual clock: opening, closing, locks, page choice and sleeping polls.
 class ControllerTest : public QObject

@@ -3,15 +3,15 @@
 
 #include "app/AppDelegate.h"
 #include "app/NotchPanel.h"
-#include "model/Preferences.h"
-#include "panel/HistoryHotKey.h"
-#include "panel/PanelController.h"
 #include "productivity/Productivity.h"
+#include "settings/Preferences.h"
 #include "setup/OnboardingState.h"
+#include "shell/HistoryHotKey.h"
+#include "shell/PanelController.h"
 
-#include "panel/widgets/LayoutButton.h"
-#include "panel/widgets/ToggleRow.h"
-#include "panel/widgets/ToggleSwitch.h"
+#include "shell/widgets/LayoutButton.h"
+#include "ui/ToggleRow.h"
+#include "ui/ToggleSwitch.h"
 
 #include <QMenu>
 #include <QTest>

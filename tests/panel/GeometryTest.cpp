@@ -1,6 +1,6 @@
 #include "PanelTests.h"
 
-#include "panel/NotchGeometry.h"
+#include "shell/NotchGeometry.h"
 
 #include <QTest>
 

@@ -1,6 +1,6 @@
 #include "PanelTests.h"
 
-#include "panel/HoverPolicy.h"
+#include "shell/HoverPolicy.h"
 
 #include <QTest>
 

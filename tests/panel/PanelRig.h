@@ -2,9 +2,9 @@
 
 #include "TestSupport.h"
 
-#include "model/Preferences.h"
-#include "panel/MemoryPanelWindow.h"
-#include "panel/PanelController.h"
+#include "settings/Preferences.h"
+#include "shell/MemoryPanelWindow.h"
+#include "shell/PanelController.h"
 
 #include <QTest>
 

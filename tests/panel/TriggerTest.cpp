@@ -1,8 +1,8 @@
 #include "PanelRig.h"
 #include "PanelTests.h"
 
-#include "panel/HistoryHotKey.h"
 #include "setup/OnboardingState.h"
+#include "shell/HistoryHotKey.h"
 
 // The other ways in and out: the Command hold, the history shortcut, the welcome glow, placement.
 class TriggerTest : public QObject

@@ -3,7 +3,7 @@
 
 #include "focus/NoticeListModel.h"
 #include "focus/widgets/ActivityPage.h"
-#include "panel/widgets/FullLayout.h"
+#include "shell/widgets/FullLayout.h"
 
 #include <QAbstractItemModelTester>
 #include <QListView>

@@ -1,10 +1,10 @@
 #include "PanelViewsTests.h"
 #include "ViewRig.h"
 
-#include "panel/widgets/OnboardingPane.h"
-#include "panel/widgets/StepCapsules.h"
 #include "setup/OnboardingState.h"
 #include "setup/PermissionStore.h"
+#include "setup/widgets/OnboardingPane.h"
+#include "setup/widgets/StepCapsules.h"
 
 #include <QPushButton>
 #include <QTest>

@@ -1,15 +1,15 @@
 #include "PanelViewsTests.h"
 #include "TestSupport.h"
 
-#include "panel/DeviceTexts.h"
-#include "panel/FocusTexts.h"
-#include "panel/HeaderButtons.h"
-#include "panel/OnboardingTexts.h"
-#include "panel/PanelClock.h"
-#include "panel/PanelContent.h"
-#include "panel/SettingsTexts.h"
-#include "panel/StatusLine.h"
-#include "panel/Symbol.h"
+#include "devices/DeviceTexts.h"
+#include "focus/FocusTexts.h"
+#include "setup/OnboardingTexts.h"
+#include "shell/HeaderButtons.h"
+#include "shell/PanelClock.h"
+#include "shell/PanelContent.h"
+#include "shell/SettingsTexts.h"
+#include "shell/StatusLine.h"
+#include "ui/Symbol.h"
 
 #include <QFile>
 #include <QRawFont>

@@ -2,7 +2,7 @@
 
 #include "TestSupport.h"
 
-#include "panel/widgets/RootView.h"
+#include "shell/widgets/RootView.h"
 
 #include <QApplication>
 #include <QLabel>

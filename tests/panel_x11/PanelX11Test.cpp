@@ -2,11 +2,11 @@
 
 #include "app/AppDelegate.h"
 #include "app/NotchPanel.h"
-#include "model/Preferences.h"
-#include "panel/HistoryHotKey.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/X11Support.h"
 #include "platform/linux/X11WindowHints.h"
+#include "settings/Preferences.h"
+#include "shell/HistoryHotKey.h"
 
 #include <QApplication>
 #include <QProcess>

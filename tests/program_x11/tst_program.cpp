@@ -1,7 +1,7 @@
 #include "TestSupport.h"
 
 #include "app/SingleInstance.h"
-#include "model/Defaults.h"
+#include "settings/Defaults.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "model/Defaults.h"
 #include "model/Model.h"
 #include "platform/memory/MemoryPlatform.h"
+#include "settings/Defaults.h"
 
 #include <QStandardPaths>
 #include <QUuid>

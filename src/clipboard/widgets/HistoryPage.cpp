@@ -4,11 +4,11 @@
 #include "clipboard/HistoryTexts.h"
 #include "clipboard/widgets/HistoryRowDelegate.h"
 #include "model/Model.h"
-#include "panel/widgets/FlowLayout.h"
-#include "panel/widgets/PanelTheme.h"
-#include "panel/widgets/SymbolButton.h"
-#include "panel/widgets/SymbolLabel.h"
-#include "panel/widgets/TextLabel.h"
+#include "ui/FlowLayout.h"
+#include "ui/PanelTheme.h"
+#include "ui/SymbolButton.h"
+#include "ui/SymbolLabel.h"
+#include "ui/TextLabel.h"
 
 #include <QButtonGroup>
 #include <QHBoxLayout>

@@ -2,8 +2,8 @@
 
 #include "clipboard/HistoryListModel.h"
 #include "clipboard/HistoryTexts.h"
-#include "panel/Symbol.h"
-#include "panel/widgets/PanelTheme.h"
+#include "ui/PanelTheme.h"
+#include "ui/Symbol.h"
 
 #include <QAbstractItemView>
 #include <QHelpEvent>

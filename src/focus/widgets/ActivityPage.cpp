@@ -2,7 +2,7 @@
 
 #include "focus/NoticeListModel.h"
 #include "focus/widgets/NoticeDelegate.h"
-#include "panel/widgets/TextLabel.h"
+#include "ui/TextLabel.h"
 
 #include <QListView>
 #include <QVBoxLayout>

@@ -1,11 +1,11 @@
 #include "focus/widgets/FocusCard.h"
 
+#include "focus/FocusTexts.h"
 #include "model/Model.h"
-#include "panel/FocusTexts.h"
-#include "panel/widgets/PanelTheme.h"
-#include "panel/widgets/SymbolButton.h"
-#include "panel/widgets/SymbolLabel.h"
-#include "panel/widgets/TextLabel.h"
+#include "ui/PanelTheme.h"
+#include "ui/SymbolButton.h"
+#include "ui/SymbolLabel.h"
+#include "ui/TextLabel.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panel/widgets/Card.h"
+#include "ui/Card.h"
 
 #include <QList>
 

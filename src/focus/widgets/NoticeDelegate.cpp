@@ -1,8 +1,8 @@
 #include "focus/widgets/NoticeDelegate.h"
 
 #include "focus/NoticeListModel.h"
-#include "panel/Symbol.h"
-#include "panel/widgets/PanelTheme.h"
+#include "ui/PanelTheme.h"
+#include "ui/Symbol.h"
 
 #include <QPainter>
 

@@ -1,0 +1,88 @@
+#include "overview/widgets/MiniOverview.h"
+
+#include "devices/DeviceTexts.h"
+#include "focus/FocusTexts.h"
+#include "model/Model.h"
+#include "overview/OverviewTexts.h"
+#include "productivity/Productivity.h"
+#include "ui/PanelTheme.h"
+#include "ui/SymbolButton.h"
+#include "ui/SymbolLabel.h"
+#include "ui/TextLabel.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+
+MiniOverview::MiniOverview(Model& model, QWidget* parent)
+    : QWidget(parent), m_model(model),
+      m_song(new TextLabel(QString(), 13, TextLabel::primary, QFont::DemiBold)),
+      m_status(new TextLabel(QString(), 11, TextLabel::secondary)), m_timer(new QPushButton),
+      m_search(new SymbolButton(QStringLiteral("magnifyingglass"), OverviewTexts::miniSearchHint(), 32)),
+      m_expand(new SymbolButton(QStringLiteral("arrow.up.left.and.arrow.down.right"),
+                                OverviewTexts::miniExpandHint(), 32))
+{
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(10);
+
+    // The cover joins with the artwork store; until then the note stands in for it.
+    auto* cover = new SymbolLabel(QStringLiteral("music.note"), 22);
+    cover->setFixedSize(46, 46);
+    cover->setProperty("role", QStringLiteral("secondary"));
+    cover->setStyleSheet(QStringLiteral("background: rgba(255,255,255,0.08); border-radius: 10px;"));
+    row->addWidget(cover);
+
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(1);
+    texts->addWidget(new TextLabel(OverviewTexts::miniHeadline().toUpper(), 9, TextLabel::caps));
+    texts->addWidget(m_song);
+    texts->addWidget(m_status);
+    for (QLabel* label : {m_song, m_status})
+        label->setMinimumWidth(40);
+    row->addLayout(texts, 1);
+
+    m_timer->setFont(PanelTheme::digits(17, QFont::DemiBold));
+    m_timer->setToolTip(FocusTexts::miniToggleHint());
+    m_timer->setAccessibleName(FocusTexts::miniToggleHint());
+    m_timer->setCursor(Qt::PointingHandCursor);
+    m_timer->setMinimumHeight(32);
+    row->addWidget(m_timer);
+    m_search->setStyle(SymbolButton::tinted);
+    m_expand->setStyle(SymbolButton::tinted);
+    row->addWidget(m_search);
+    row->addWidget(m_expand);
+
+    connect(m_timer, &QPushButton::clicked, &model, &Model::toggleTimer);
+    connect(m_search, &SymbolButton::clicked, this, [this] { m_model.setPage(Page::search); });
+    connect(m_expand, &SymbolButton::clicked, this, [this] {
+        m_model.productivity().setMini(false);
+        // Setting the page again lets the panel grow to the full overview.
+        m_model.setPage(Page::home);
+    });
+    for (auto signal : {&Model::songChanged, &Model::secondsChanged, &Model::timerRunningChanged,
+                        &Model::batteryChanged, &Model::hasBatteryChanged, &Model::microphoneChanged})
+        connect(&model, signal, this, &MiniOverview::sync);
+    sync();
+}
+
+QString MiniOverview::songText() const
+{
+    return m_song->text();
+}
+QString MiniOverview::statusText() const
+{
+    return m_status->text();
+}
+
+void MiniOverview::sync()
+{
+    m_song->setText(m_model.song());
+    m_status->setText(DeviceTexts::miniBattery(m_model.hasBattery(), m_model.battery()) +
+                      QStringLiteral(" · ") + DeviceTexts::miniMicrophone(m_model.microphone()));
+    m_timer->setText(m_model.timeText());
+    m_timer->setProperty("kind", m_model.timerRunning() ? QStringLiteral("primary") : QString());
+    m_timer->style()->unpolish(m_timer);
+    m_timer->style()->polish(m_timer);
+}

@@ -1,0 +1,75 @@
+#include "settings/Json.h"
+
+#include <QJsonObject>
+
+namespace Json {
+
+QDateTime referenceDate()
+{
+    return QDateTime(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC);
+}
+
+double encodeDate(const QDateTime& date)
+{
+    return double(referenceDate().msecsTo(date)) / 1000.0;
+}
+
+QDateTime decodeDate(double seconds)
+{
+    return referenceDate().addMSecs(qint64(std::llround(seconds * 1000.0)));
+}
+
+std::optional<QDateTime> decodeDate(const QJsonValue& value)
+{
+    if (!value.isDouble())
+        return std::nullopt;
+    return decodeDate(value.toDouble());
+}
+
+QString encodeUuid(const QUuid& uuid)
+{
+    return uuid.toString(QUuid::WithoutBraces).toUpper();
+}
+
+std::optional<QUuid> decodeUuid(const QString& text)
+{
+    if (text.size() != 36)
+        return std::nullopt;
+    const QUuid uuid = QUuid::fromString(text);
+    if (uuid.isNull())
+        return std::nullopt;
+    return uuid;
+}
+
+std::optional<QUuid> decodeUuid(const QJsonValue& value)
+{
+    if (!value.isString())
+        return std::nullopt;
+    return decodeUuid(value.toString());
+}
+
+QString encodeData(const QByteArray& data)
+{
+    return QString::fromLatin1(data.toBase64());
+}
+
+std::optional<QByteArray> decodeData(const QJsonValue& value)
+{
+    if (!value.isString())
+        return std::nullopt;
+    auto result =
+        QByteArray::fromBase64Encoding(value.toString().toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
+    if (!result)
+        return std::nullopt;
+    return *result;
+}
+
+std::optional<QString> requiredString(const QJsonObject& object, const QString& key)
+{
+    const QJsonValue value = object.value(key);
+    if (!value.isString())
+        return std::nullopt;
+    return value.toString();
+}
+
+} // namespace Json

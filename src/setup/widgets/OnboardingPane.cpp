@@ -1,0 +1,132 @@
+#include "setup/widgets/OnboardingPane.h"
+
+#include "model/Model.h"
+#include "settings/Preferences.h"
+#include "setup/OnboardingState.h"
+#include "setup/OnboardingTexts.h"
+#include "setup/PermissionStore.h"
+#include "setup/widgets/OnboardingStepView.h"
+#include "setup/widgets/StepCapsules.h"
+#include "ui/PanelTheme.h"
+#include "ui/TextLabel.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+OnboardingPane::OnboardingPane(Model& model, QWidget* parent)
+    : QWidget(parent), m_model(model), m_header(new QWidget),
+      m_capsules(new StepCapsules(OnboardingTexts::stepCount)),
+      m_title(new TextLabel(QString(), 22, TextLabel::primary, QFont::Bold)),
+      m_subtitle((new TextLabel(QString(), 13, TextLabel::secondary))->wrapping()),
+      m_badge(new TextLabel(QString(), 10, TextLabel::primary, QFont::DemiBold)), m_scroll(new QScrollArea),
+      m_later(new QPushButton(OnboardingTexts::later())), m_back(new QPushButton(OnboardingTexts::back())),
+      m_primary(new QPushButton)
+{
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(8, 4, 8, 0);
+    column->setSpacing(6);
+
+    auto* header = new QHBoxLayout(m_header);
+    header->setContentsMargins(0, 0, 0, 0);
+    header->addWidget(new TextLabel(OnboardingTexts::brand(), 10, TextLabel::caps));
+    header->addStretch(1);
+    header->addWidget(m_capsules, 0, Qt::AlignVCenter);
+    column->addWidget(m_header);
+    column->addSpacing(4);
+    column->addWidget(m_title);
+    column->addWidget(m_subtitle);
+    m_badge->setStyleSheet(QStringLiteral("color: %1; background: rgba(124,156,255,0.16); border-radius: 8px;"
+                                          "padding: 2px 8px;")
+                               .arg(PanelTheme::accent().name()));
+    column->addWidget(m_badge, 0, Qt::AlignLeft);
+    column->addSpacing(4);
+
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    column->addWidget(m_scroll, 1);
+
+    auto* navigation = new QHBoxLayout;
+    navigation->setSpacing(8);
+    m_later->setProperty("kind", QStringLiteral("plain"));
+    m_primary->setProperty("kind", QStringLiteral("primary"));
+    for (QPushButton* button : {m_later, m_back, m_primary}) {
+        button->setCursor(Qt::PointingHandCursor);
+        button->setFont(PanelTheme::font(13, button == m_primary ? QFont::DemiBold : QFont::Normal));
+        button->setMinimumHeight(30);
+    }
+    m_primary->setMinimumWidth(130);
+    m_primary->setDefault(true);
+    navigation->addWidget(m_later);
+    navigation->addStretch(1);
+    navigation->addWidget(m_back);
+    navigation->addWidget(m_primary);
+    column->addLayout(navigation);
+
+    OnboardingState& onboarding = model.onboarding();
+    connect(m_primary, &QPushButton::clicked, this, [this] {
+        const int step = m_model.onboarding().step();
+        if (OnboardingTexts::primaryFinishes(step))
+            m_model.finishWelcome();
+        else
+            m_model.onboarding().setStep(step + 1);
+    });
+    connect(m_back, &QPushButton::clicked, this,
+            [this] { m_model.onboarding().setStep(m_model.onboarding().step() - 1); });
+    connect(m_later, &QPushButton::clicked, &model, &Model::finishWelcome);
+    connect(&onboarding, &OnboardingState::stepChanged, this, &OnboardingPane::sync);
+    connect(&model, &Model::trustedChanged, this, &OnboardingPane::sync);
+    connect(&model.permissions(), &PermissionStore::screenCaptureChanged, this, &OnboardingPane::sync);
+    connect(&model.preferences(), &Preferences::valuesChanged, this, &OnboardingPane::sync);
+    sync();
+}
+
+QString OnboardingPane::titleText() const
+{
+    return m_title->text();
+}
+QString OnboardingPane::subtitleText() const
+{
+    return m_subtitle->text();
+}
+QString OnboardingPane::badgeText() const
+{
+    return m_badge->text();
+}
+bool OnboardingPane::showsBadge() const
+{
+    return !m_badge->isHidden();
+}
+QWidget* OnboardingPane::stepView() const
+{
+    return m_scroll->widget();
+}
+
+void OnboardingPane::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    // Permissions may have changed while the panel was away.
+    m_model.refreshPermissions();
+}
+
+void OnboardingPane::sync()
+{
+    const int step = m_model.onboarding().step();
+    m_header->setAccessibleName(OnboardingTexts::stepDescription(step));
+    m_capsules->setCurrent(step);
+    m_title->setText(OnboardingTexts::title(step));
+    m_subtitle->setText(OnboardingTexts::subtitle(step));
+    const auto badge = OnboardingTexts::badge(step);
+    m_badge->setText(badge.value_or(QString()));
+    m_badge->setHidden(!badge);
+    m_back->setHidden(!OnboardingTexts::hasBack(step));
+    m_primary->setText(OnboardingTexts::primary(step));
+
+    const auto content =
+        OnboardingTexts::content(step, m_model.trusted(), m_model.permissions().screenCapture(),
+                                 m_model.preferences().values().shortcut);
+    // setWidget deletes the previous step's view.
+    m_scroll->setWidget(new OnboardingStepView(content));
+}
