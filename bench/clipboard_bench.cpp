@@ -2,6 +2,7 @@
 // the idle heartbeat and the time from an outside copy to the history. Prints a table; asserts
 // nothing. Run under an X display (Xvfb) for the copy-latency rows.
 #include "clipboard/ClipboardArchive.h"
+#include "clipboard/ClipboardHistory.h"
 #include "clipboard/HistoryListModel.h"
 #include "clipboard/VisibleClips.h"
 #include "clipboard/widgets/HistoryPage.h"
@@ -338,7 +339,7 @@ void measureHistory(int count, const QString& folder)
     row("capture of a text copied again (moves to top), CPU", ms(againCpu));
     {
         // A panel that hosts the page but is closed: copies must not rebuild the rows.
-        HistoryPage page(model);
+        HistoryPage page(model.clipboardHistory(), model.productivity(), model.platform().clock);
         page.rows()->setFilter(ClipKind::code);
         const auto [hiddenCpu, hiddenWall] = captureRound(50, false);
         row("capture with the history page hidden on a kind filter, CPU", ms(hiddenCpu));
@@ -434,7 +435,8 @@ void measureCopyLatency(const QString& folder)
 
     qint64 capturedAt = 0;
     qint64 signalledAt = 0;
-    QObject::connect(&model, &Model::clipsChanged, &model, [&] { capturedAt = monotonicNanoseconds(); });
+    QObject::connect(&model.clipboardHistory(), &ClipboardHistory::clipsChanged, &model,
+                     [&] { capturedAt = monotonicNanoseconds(); });
     QObject::connect(&pasteboard, &Pasteboard::changed, &model,
                      [&] { signalledAt = monotonicNanoseconds(); });
     auto waitForCapture = [&](const QString& text) {

@@ -3,6 +3,7 @@
 //
 //   panel_screens <folder>
 
+#include "app/PanelPages.h"
 #include "focus/widgets/ActivityPage.h"
 #include "model/Model.h"
 #include "platform/memory/MemoryPlatform.h"
@@ -10,6 +11,7 @@
 #include "settings/Defaults.h"
 #include "settings/Preferences.h"
 #include "setup/OnboardingState.h"
+#include "shell/widgets/PageRegistry.h"
 #include "shell/widgets/RootView.h"
 
 #include <QApplication>
@@ -172,7 +174,9 @@ int main(int argc, char** argv)
             window.setWindowFlags(Qt::FramelessWindowHint);
             window.setAttribute(Qt::WA_TranslucentBackground);
             window.resize(shot.size);
-            RootView root(model, &window);
+            PageRegistry pages;
+            registerPanelPages(pages, model);
+            RootView root(model, pages, &window);
             root.setGeometry(QRect(QPoint(0, 0), shot.size));
             window.show();
             QApplication::processEvents();

@@ -1,7 +1,9 @@
 #include "app/AppDelegate.h"
 
 #include "app/NotchPanel.h"
+#include "app/PanelPages.h"
 #include "model/Model.h"
+#include "model/PanelState.h"
 #include "platform/Displays.h"
 #include "platform/HotKeys.h"
 #include "platform/KeyMonitor.h"
@@ -9,6 +11,8 @@
 #include "productivity/Productivity.h"
 #include "setup/OnboardingState.h"
 #include "shell/PanelController.h"
+#include "shell/widgets/PageRegistry.h"
+#include "shell/widgets/RootView.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -16,14 +20,18 @@
 
 AppDelegate::AppDelegate(Defaults& defaults, Platform platform, QObject* parent)
     : QObject(parent), m_platform(platform),
-      m_model(std::make_unique<Model>(defaults, platform, true, platform.pasteboard))
-{}
+      m_model(std::make_unique<Model>(defaults, platform, true, platform.pasteboard)),
+      m_pages(std::make_unique<PageRegistry>())
+{
+    registerPanelPages(*m_pages, *m_model);
+}
 
 AppDelegate::~AppDelegate()
 {
     if (m_launched)
         terminate();
-    clearModelSlots();
+    // The model's requests die with this delegate; the panel goes before the model it shows.
+    disconnect(m_model.get(), nullptr, this, nullptr);
     m_controller.reset();
     m_panel.reset();
 }
@@ -39,15 +47,15 @@ void AppDelegate::launch()
     // 2. The main menu has no counterpart here (see the class comment).
 
     // 3. The panel.
-    m_panel = std::make_unique<NotchPanel>(*m_model);
+    m_panel = std::make_unique<NotchPanel>(new RootView(*m_model, *m_pages));
     m_controller = std::make_unique<PanelController>(*m_model, *m_panel);
     m_panel->keyHandler = [this](int keyCode, KeyModifiers modifiers) {
         return m_controller->handleLocalKey(keyCode, modifiers);
     };
     connect(m_panel.get(), &NotchPanel::pointerEntered, m_controller.get(), &PanelController::pointerMoved);
 
-    // 4. The model's slots.
-    fillModelSlots();
+    // 4. The model's requests.
+    connectModel();
     connect(&m_model->productivity(), &Productivity::miniChanged, this, &AppDelegate::reposition);
 
     // 5. The track toast joins here with the media pages.
@@ -120,57 +128,26 @@ void AppDelegate::reopen()
     expand(std::nullopt, false);
 }
 
-void AppDelegate::fillModelSlots()
+void AppDelegate::connectModel()
 {
-    // A released delegate leaves slots that do nothing.
-    QPointer<AppDelegate> self(this);
-    m_model->resize = [self] {
-        if (self)
-            self->reposition();
-    };
-    m_model->applyPreferences = [self] {
-        if (self)
-            self->configureShortcut();
-    };
-    m_model->show = [self](std::optional<Page> page) {
-        if (self)
-            self->expand(page, false);
-    };
-    m_model->close = [self] {
-        if (self)
-            self->collapse();
-    };
-    m_model->startWelcome = [self] {
-        if (self)
-            self->welcome(true);
-    };
-    m_model->captureVisibility = [self](bool hidden) {
-        if (!self)
-            return;
+    Model* model = m_model.get();
+    connect(model, &Model::resize, this, &AppDelegate::reposition);
+    connect(model, &Model::applyPreferences, this, &AppDelegate::configureShortcut);
+    connect(model, &Model::show, this, [this](std::optional<Page> page) { expand(page, false); });
+    connect(model, &Model::close, this, &AppDelegate::collapse);
+    connect(model, &Model::startWelcome, this, [this] { welcome(true); });
+    connect(model, &Model::captureVisibility, this, [this](bool hidden) {
         if (hidden) {
-            self->collapse();
-            self->m_panel->orderOut();
+            collapse();
+            m_panel->orderOut();
         } else {
-            self->m_panel->orderFront();
+            m_panel->orderFront();
         }
-    };
-    m_model->accessibilityChanged = [self] {
-        if (!self)
-            return;
-        self->removeKeyboardMonitor();
-        self->installKeyboardMonitor();
-    };
-}
-
-void AppDelegate::clearModelSlots()
-{
-    m_model->resize = nullptr;
-    m_model->applyPreferences = nullptr;
-    m_model->show = nullptr;
-    m_model->close = nullptr;
-    m_model->startWelcome = nullptr;
-    m_model->captureVisibility = nullptr;
-    m_model->accessibilityChanged = nullptr;
+    });
+    connect(model, &Model::accessibilityChanged, this, [this] {
+        removeKeyboardMonitor();
+        installKeyboardMonitor();
+    });
 }
 
 void AppDelegate::installKeyboardMonitor()

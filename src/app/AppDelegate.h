@@ -12,6 +12,7 @@
 class Defaults;
 class Model;
 class NotchPanel;
+class PageRegistry;
 class PanelController;
 
 // Owns the model, the panel window and the input services for the life of the process.
@@ -53,13 +54,13 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void fillModelSlots();
-    void clearModelSlots();
+    void connectModel();
     void installKeyboardMonitor();
     void removeKeyboardMonitor();
 
     Platform m_platform;
     std::unique_ptr<Model> m_model;
+    std::unique_ptr<PageRegistry> m_pages;
     std::unique_ptr<NotchPanel> m_panel;
     std::unique_ptr<PanelController> m_controller;
     QSet<QObject*> m_openMenus;

@@ -2,7 +2,6 @@
 
 #include "platform/linux/X11WindowHints.h"
 #include "shell/NotchGeometry.h"
-#include "shell/widgets/RootView.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -35,7 +34,7 @@ bool isModifierKey(int key)
 
 } // namespace
 
-NotchPanel::NotchPanel(Model& model, QWidget* parent)
+NotchPanel::NotchPanel(QWidget* content, QWidget* parent)
     : QWidget(parent, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                           Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint),
       m_x11(QGuiApplication::platformName() == QLatin1String("xcb"))
@@ -45,8 +44,9 @@ NotchPanel::NotchPanel(Model& model, QWidget* parent)
     setAttribute(Qt::WA_TranslucentBackground);
     setFocusPolicy(Qt::StrongFocus);
 
-    // The content decides what to show from the model; the frame comes only from the panel rules.
-    m_content = new RootView(model, this);
+    // The content decides what to show; the frame comes only from the panel rules.
+    m_content = content;
+    m_content->setParent(this);
 
     m_animation = new QPropertyAnimation(this, "geometry", this);
     m_animation->setDuration(int(NotchGeometry::resizeDuration * 1000));

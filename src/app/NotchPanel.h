@@ -7,7 +7,6 @@
 
 #include <functional>
 
-class Model;
 class QPropertyAnimation;
 
 // The panel window: frameless, above everything, on every desktop, out of the task bar. Opened by
@@ -19,7 +18,8 @@ class NotchPanel final : public QWidget, public PanelWindow
 public:
     static constexpr const char* title = "Brenlow";
 
-    explicit NotchPanel(Model& model, QWidget* parent = nullptr);
+    // Takes `content` (the root view) as its only child.
+    explicit NotchPanel(QWidget* content, QWidget* parent = nullptr);
     ~NotchPanel() override;
 
     QRectF frame() const override { return m_frame; }

@@ -70,10 +70,12 @@ QString clipboardCapture(Model& model, MemoryPlatform& memory)
 
     const QList<Clip> before = model.clips();
     bool closed = false;
-    model.close = [&closed] { closed = true; };
-    model.copyBack(before.at(7));
-    model.pollClipboard();
-    model.close = nullptr;
+    {
+        QObject watcher;
+        QObject::connect(&model, &Model::close, &watcher, [&closed] { closed = true; });
+        model.copyBack(before.at(7));
+        model.pollClipboard();
+    }
     selfCheck(memory.pasteboard.string() == before.at(7).text, "copy-back writes the text");
     selfCheck(closed, "copy-back closes the panel");
     selfCheck(model.clips() == before, "copy-back neither adds nor reorders");

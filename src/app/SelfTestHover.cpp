@@ -1,6 +1,7 @@
 #include "app/SelfTest.h"
 
 #include "model/Model.h"
+#include "model/PanelState.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "settings/Defaults.h"
 #include "settings/Preferences.h"
@@ -122,7 +123,7 @@ void checkLocks()
         if (lock == 1)
             rig.controller->menuBegan();
         if (lock == 2)
-            rig.model->addInteractionLock();
+            rig.model->panel().addInteractionLock();
         if (lock == 3)
             rig.memory.pointer.pressed = true;
         rig.moveTo(away);
@@ -134,7 +135,7 @@ void checkLocks()
             continue;
         }
         rig.controller->menuEnded();
-        rig.model->releaseInteractionLock();
+        rig.model->panel().releaseInteractionLock();
         rig.memory.pointer.pressed = false;
         rig.advance(0.45);
         selfCheck(rig.expanded(), "the close delay starts only when the lock ends");

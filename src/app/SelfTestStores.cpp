@@ -40,7 +40,7 @@ QString permissions()
     selfCheck(!store.accessibility() && !store.screenCapture(),
               "permissions start from the system's answers");
     int changes = 0;
-    store.onAccessibilityChanged = [&changes](bool) { ++changes; };
+    QObject::connect(&store, &PermissionStore::accessibilityChanged, &store, [&changes] { ++changes; });
     store.refresh();
     selfCheck(changes == 0, "an unchanged trust state reports nothing");
     memory.permissions.accessibility = true;

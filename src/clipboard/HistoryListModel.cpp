@@ -1,8 +1,8 @@
 #include "clipboard/HistoryListModel.h"
 
+#include "clipboard/ClipboardHistory.h"
 #include "clipboard/HistoryTexts.h"
 #include "common/Clock.h"
-#include "model/Model.h"
 #include "productivity/Productivity.h"
 
 namespace {
@@ -20,10 +20,12 @@ QString preview(const QString& text)
 
 } // namespace
 
-HistoryListModel::HistoryListModel(Model& model, QObject* parent) : QAbstractListModel(parent), m_model(model)
+HistoryListModel::HistoryListModel(ClipboardHistory& history, Productivity& productivity, Clock& clock,
+                                   QObject* parent)
+    : QAbstractListModel(parent), m_history(history), m_productivity(productivity), m_clock(clock)
 {
-    connect(&model, &Model::clipsChanged, this, &HistoryListModel::invalidate);
-    connect(&model.productivity(), &Productivity::pinsChanged, this, &HistoryListModel::invalidate);
+    connect(&history, &ClipboardHistory::clipsChanged, this, &HistoryListModel::invalidate);
+    connect(&productivity, &Productivity::pinsChanged, this, &HistoryListModel::invalidate);
 }
 
 void HistoryListModel::setFilter(ClipKind filter)
@@ -55,19 +57,19 @@ std::optional<ClipRow> HistoryListModel::rowAt(int row) const
 void HistoryListModel::copyBack(int row)
 {
     if (const auto entry = rowAt(row))
-        m_model.copyBack(entry->clip);
+        m_history.copyBack(entry->clip);
 }
 
 void HistoryListModel::togglePin(int row)
 {
     if (const auto entry = rowAt(row))
-        m_model.productivity().togglePin(entry->clip.text);
+        m_productivity.togglePin(entry->clip.text);
 }
 
 void HistoryListModel::remove(int row)
 {
     if (const auto entry = rowAt(row))
-        m_model.deleteClip(entry->clip);
+        m_history.deleteClip(entry->clip);
 }
 
 int HistoryListModel::rowCount(const QModelIndex& parent) const
@@ -97,7 +99,7 @@ QVariant HistoryListModel::data(const QModelIndex& index, int role) const
         return ClipKinds::label(ClipKinds::classify(row.clip.text));
     case CaptionRole:
         return HistoryTexts::rowCaption(ClipKinds::label(ClipKinds::classify(row.clip.text)), row.clip.date,
-                                        m_model.platform().clock.now());
+                                        m_clock.now());
     default:
         return {};
     }
@@ -126,8 +128,7 @@ void HistoryListModel::invalidate()
 const QList<ClipRow>& HistoryListModel::rows() const
 {
     if (m_stale) {
-        m_rows = visibleClipRows(m_model.clips(), m_model.productivity().pins(), m_search, m_filter,
-                                 m_model.platform().clock.now());
+        m_rows = visibleClipRows(m_history.clips(), m_productivity.pins(), m_search, m_filter, m_clock.now());
         m_stale = false;
     }
     return m_rows;

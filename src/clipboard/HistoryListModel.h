@@ -6,7 +6,9 @@
 #include <QAbstractListModel>
 #include <QPointer>
 
-class Model;
+class ClipboardHistory;
+class Clock;
+class Productivity;
 
 // The rows of the history page ("Verlauf"): the visible clips for the chosen filter and search
 // text, rebuilt when the history, the favourites or the choice change. Rows are computed when
@@ -30,7 +32,8 @@ public:
     // Longest display text of a row; the rest of a long copy is never laid out.
     static constexpr qsizetype previewLength = 300;
 
-    explicit HistoryListModel(Model& model, QObject* parent = nullptr);
+    HistoryListModel(ClipboardHistory& history, Productivity& productivity, Clock& clock,
+                     QObject* parent = nullptr);
 
     ClipKind filter() const { return m_filter; }
     void setFilter(ClipKind filter);
@@ -57,7 +60,9 @@ private:
     void invalidate();
     const QList<ClipRow>& rows() const;
 
-    Model& m_model;
+    ClipboardHistory& m_history;
+    Productivity& m_productivity;
+    Clock& m_clock;
     ClipKind m_filter = ClipKind::all;
     QString m_search;
     mutable QList<ClipRow> m_rows;

@@ -73,3 +73,21 @@ QString HistoryTexts::rowCaption(const QString& kindLabel, const QDateTime& date
         today ? local.toString(QStringLiteral("HH:mm")) : local.toString(QStringLiteral("dd.MM.yy, HH:mm"));
     return kindLabel + QStringLiteral(" · ") + when;
 }
+
+QString HistoryTexts::recordingToggle()
+{
+    return QStringLiteral("Copy-Verlauf erfassen");
+}
+
+QString HistoryTexts::historyNote()
+{
+    return QStringLiteral(
+        "Alle erfassten Kopien bleiben auf diesem Mac gespeichert – ohne automatische Begrenzung "
+        "oder Ablaufdatum. Lösche einzelne Einträge im Verlauf oder leere alles einschließlich "
+        "Favoriten. Vertraulich markierte Kopien werden weiterhin ausgelassen.");
+}
+
+QString HistoryTexts::clearHistory()
+{
+    return QStringLiteral("Verlauf vollständig leeren");
+}

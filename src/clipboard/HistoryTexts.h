@@ -24,4 +24,9 @@ public:
     // A row's second line: its kind and when it was last copied ("Links · 14:05", or with the
     // day when that is not today).
     static QString rowCaption(const QString& kindLabel, const QDateTime& date, const QDateTime& now);
+
+    // The history's part of the settings ("Fokus & Daten").
+    static QString recordingToggle();
+    static QString historyNote();
+    static QString clearHistory();
 };

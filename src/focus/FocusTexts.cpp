@@ -1,5 +1,7 @@
 #include "focus/FocusTexts.h"
 
+#include <algorithm>
+
 QString FocusTexts::header()
 {
     return QStringLiteral("FOKUSZEIT");
@@ -43,4 +45,23 @@ QString FocusTexts::presetLabel(int minutes)
 bool FocusTexts::presetSelected(int minutes, qint64 durationSeconds)
 {
     return qint64(minutes) * 60 == durationSeconds;
+}
+
+QString FocusTexts::focusStepper(int minutes)
+{
+    return QStringLiteral("Standard-Fokus: ") + QString::number(minutes) + QStringLiteral(" Minuten");
+}
+
+int FocusTexts::stepFocusMinutes(int minutes, int delta)
+{
+    return std::clamp(minutes + delta, focusMinutesLowest, focusMinutesHighest);
+}
+
+QString FocusTexts::focusReset()
+{
+    return QStringLiteral("Fokus jetzt auf Standard zurücksetzen");
+}
+QString FocusTexts::focusSoundToggle()
+{
+    return QStringLiteral("Ton am Ende der Fokuszeit");
 }

@@ -20,4 +20,12 @@ public:
     static QString presetLabel(int minutes);
     // A chip is highlighted when its length is the current one.
     static bool presetSelected(int minutes, qint64 durationSeconds);
+
+    // The settings' default length: "Standard-Fokus: 25 Minuten", stepped by one minute.
+    static QString focusStepper(int minutes);
+    static int stepFocusMinutes(int minutes, int delta);
+    static constexpr int focusMinutesLowest = 1;
+    static constexpr int focusMinutesHighest = 120;
+    static QString focusReset();
+    static QString focusSoundToggle();
 };

@@ -1,13 +1,19 @@
 #include "focus/NoticeListModel.h"
 
-#include "model/Model.h"
+#include "focus/ActivityLog.h"
 
 #include <QLocale>
 
-NoticeListModel::NoticeListModel(Model& model, QObject* parent)
-    : QAbstractListModel(parent), m_model(model), m_rows(model.notices())
+NoticeListModel::NoticeListModel(const ActivityLog& activity, QObject* parent)
+    : QAbstractListModel(parent), m_activity(activity), m_count(activity.notices().size())
 {
-    connect(&model, &Model::noticesChanged, this, &NoticeListModel::follow);
+    // Notices arrive one at a time at the top; each is inserted rather than rebuilding the view.
+    connect(&activity, &ActivityLog::noticeAboutToBeAdded, this,
+            [this] { beginInsertRows(QModelIndex(), 0, 0); });
+    connect(&activity, &ActivityLog::noticeAdded, this, [this] {
+        ++m_count;
+        endInsertRows();
+    });
 }
 
 QString NoticeListModel::introduction()
@@ -24,14 +30,14 @@ QString NoticeListModel::timeText(const QDateTime& date)
 
 int NoticeListModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : int(m_rows.size());
+    return parent.isValid() ? 0 : int(m_count);
 }
 
 QVariant NoticeListModel::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const Notice& notice = m_rows.at(index.row());
+    const Notice& notice = m_activity.notices().at(index.row());
     switch (role) {
     case Qt::DisplayRole:
     case TitleRole:
@@ -50,20 +56,4 @@ QVariant NoticeListModel::data(const QModelIndex& index, int role) const
 QHash<int, QByteArray> NoticeListModel::roleNames() const
 {
     return {{TitleRole, "title"}, {DetailRole, "detail"}, {DateRole, "date"}, {TimeTextRole, "timeText"}};
-}
-
-void NoticeListModel::follow()
-{
-    const QList<Notice>& next = m_model.notices();
-    // Notices arrive one at a time at the top; insert those rather than rebuilding the view.
-    const qsizetype added = next.size() - m_rows.size();
-    if (added > 0 && std::equal(m_rows.cbegin(), m_rows.cend(), next.cbegin() + added)) {
-        beginInsertRows(QModelIndex(), 0, int(added) - 1);
-        m_rows = next;
-        endInsertRows();
-        return;
-    }
-    beginResetModel();
-    m_rows = next;
-    endResetModel();
 }

@@ -5,9 +5,9 @@
 #include <QAbstractListModel>
 #include <QList>
 
-class Model;
+class ActivityLog;
 
-// The activity list as rows for a view, newest first, following Model::notices.
+// The activity list as rows for a view, newest first, following the activity log.
 class NoticeListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ public:
         TimeTextRole,
     };
 
-    explicit NoticeListModel(Model& model, QObject* parent = nullptr);
+    explicit NoticeListModel(const ActivityLog& activity, QObject* parent = nullptr);
 
     // The page's first line: which events it shows and which it cannot.
     static QString introduction();
@@ -31,8 +31,7 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
 private:
-    void follow();
-
-    Model& m_model;
-    QList<Notice> m_rows;
+    const ActivityLog& m_activity;
+    // The rows announced to views: one behind the log while an insertion is under way.
+    qsizetype m_count = 0;
 };

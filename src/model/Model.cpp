@@ -1,77 +1,83 @@
 #include "model/Model.h"
 
+#include "capture/ScreenCapture.h"
 #include "clipboard/ClipboardArchive.h"
-#include "platform/Pasteboard.h"
+#include "clipboard/ClipboardHistory.h"
+#include "commands/MenuCommands.h"
+#include "common/StatusMessage.h"
+#include "devices/DeviceStatus.h"
+#include "focus/ActivityLog.h"
+#include "focus/FocusTimer.h"
+#include "media/NowPlaying.h"
+#include "model/PanelState.h"
 #include "productivity/Productivity.h"
+#include "productivity/Shelf.h"
+#include "productivity/WorkspaceLauncher.h"
 #include "settings/Defaults.h"
 #include "settings/Preferences.h"
 #include "setup/OnboardingState.h"
 #include "setup/PermissionStore.h"
 
-namespace {
-const QString lastPageKey = QStringLiteral("lastPage");
-const QString recordingKey = QStringLiteral("recording");
-const QString mediaEnabledKey = QStringLiteral("mediaEnabled");
-} // namespace
+#include <QTimer>
 
 Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboard& clipboard,
              std::optional<QString> historyPath, QObject* parent)
-    : QObject(parent), m_defaults(defaults), m_platform(platform), m_clipboard(clipboard),
-      m_messageDismiss(platform.scheduler, this)
+    : QObject(parent), m_defaults(defaults), m_platform(platform)
 {
-    // 1. Initial values; trust is asked once here and again from the permission store below.
+    // 1. Initial values; trust is asked once by the permission store.
+    m_message = std::make_unique<StatusMessage>(platform.scheduler);
+    m_panel = std::make_unique<PanelState>(defaults);
     m_permissions = std::make_unique<PermissionStore>(platform.permissions, platform.clock);
-    m_trusted = m_permissions->accessibility();
 
-    // 2. Owned stores in their order, with the clipboard's count taken before productivity.
+    // 2. Owned stores in their order.
     m_onboarding = std::make_unique<OnboardingState>(defaults);
-    m_pasteCount = clipboard.changeCount();
+    m_commands = std::make_unique<MenuCommands>();
+    m_capture = std::make_unique<ScreenCapture>();
+    m_devices = std::make_unique<DeviceStatus>();
     m_productivity = std::make_unique<Productivity>(defaults, platform.clock);
     m_preferences = std::make_unique<Preferences>(defaults);
 
-    // 3. The clipboard history.
-    openHistory(std::move(historyPath), startServices);
+    // 3. The clipboard history: the default file only for a running application.
+    if (!historyPath && startServices)
+        historyPath = ClipboardArchive::localPath();
+    m_clipboard =
+        std::make_unique<ClipboardHistory>(defaults, clipboard, platform.clock, *m_productivity, historyPath);
+    connect(m_clipboard.get(), &ClipboardHistory::copiedBack, this, &Model::close);
 
     // 4. Activity list.
-    loadNotices();
+    m_activity = std::make_unique<ActivityLog>(defaults, platform.clock);
 
-    // 5. Switches.
-    m_recording = defaults.boolValue(recordingKey).value_or(true);
-    m_mediaEnabled = defaults.boolValue(mediaEnabledKey).value_or(false);
+    // 5. The player switch (the recording switch came with the history).
+    m_nowPlaying = std::make_unique<NowPlaying>(defaults);
 
     // 6. Focus timer.
-    restoreFocus();
+    m_focus =
+        std::make_unique<FocusTimer>(defaults, platform.clock, platform.sound, *m_preferences, *m_activity);
+    connect(m_focus.get(), &FocusTimer::periodFinished, this, [this] { Q_EMIT show(Page::home); });
 
-    // 7. The remembered page.
-    restorePage();
+    // 7. The remembered page; every assignment resizes the panel.
+    if (m_preferences->values().rememberPage)
+        m_panel->restorePage();
+    connect(m_panel.get(), &PanelState::pageAssigned, this, &Model::resize);
 
-    // 8. Accessibility trust follows the permission store.
-    setTrusted(m_permissions->accessibility());
-    m_permissions->onAccessibilityChanged = [this](bool granted) {
-        setTrusted(granted);
-        if (accessibilityChanged)
-            accessibilityChanged();
-    };
+    // 8. Trust follows the permission store.
+    connect(m_permissions.get(), &PermissionStore::accessibilityChanged, this, &Model::accessibilityChanged);
 
     // 9. A changed record is applied by the delegate, then the panel resizes.
-    m_preferences->changed = [this] {
-        if (applyPreferences)
-            applyPreferences();
-        if (resize)
-            resize();
-    };
+    connect(m_preferences.get(), &Preferences::valuesAssigned, this, [this] {
+        Q_EMIT applyPreferences();
+        Q_EMIT resize();
+    });
 
     // 10. Shelf and favourite apps.
-    loadShelf();
+    m_shelf = std::make_unique<Shelf>(defaults);
 
     // 11. Every start with an empty activity list greets the user.
-    if (m_notices.isEmpty())
-        addNotice(QStringLiteral("Willkommen bei Brenlow"),
-                  QStringLiteral("Dein Platz für Fokus, Dateien und schnelle Aktionen."));
+    m_activity->greetIfEmpty();
 
-    // 12. Only a running application has a heartbeat.
+    // 12. Only a running application watches the clipboard and has a heartbeat.
     if (startServices) {
-        refreshHardware();
+        m_clipboard->watchClipboard();
         startHeartbeat();
     }
 }
@@ -87,6 +93,11 @@ void Model::startHeartbeat()
     m_timer->start();
 }
 
+bool Model::heartbeatRunning() const
+{
+    return m_timer != nullptr && m_timer->isActive();
+}
+
 void Model::stopHeartbeat()
 {
     if (m_timer)
@@ -96,57 +107,11 @@ void Model::stopHeartbeat()
 void Model::tick()
 {
     ++m_ticks;
-    pollClipboard();
-    if (m_timerRunning)
-        advanceFocus();
-    if (m_ticks % 5 == 0) {
+    m_clipboard->pollClipboard();
+    m_focus->advance();
+    if (m_ticks % 5 == 0)
         refreshPermissions();
-        refreshHardware();
-    }
-    // Song position and player polling join here with the media pages.
-}
-
-void Model::restorePage()
-{
-    if (!m_preferences->values().rememberPage)
-        return;
-    const auto title = m_defaults.stringValue(lastPageKey);
-    if (!title)
-        return;
-    const auto page = Pages::fromTitle(*title);
-    if (page && *page != Page::onboarding)
-        setPage(*page);
-}
-
-void Model::setPage(Page page)
-{
-    const bool changed = page != m_page;
-    m_page = page;
-    m_defaults.setString(lastPageKey, Pages::title(page));
-    if (changed)
-        Q_EMIT pageChanged();
-    if (resize)
-        resize();
-}
-
-void Model::setMessage(const QString& message)
-{
-    m_messageDismiss.cancel();
-    assign(m_message, message, &Model::messageChanged);
-    if (!message.isEmpty())
-        m_messageDismiss.schedule(messageLifetime, [this] { setMessage(QString()); });
-}
-
-void Model::setRecording(bool recording)
-{
-    assign(m_recording, recording, &Model::recordingChanged);
-    m_defaults.setBool(recordingKey, recording);
-}
-
-void Model::setMediaEnabled(bool enabled)
-{
-    assign(m_mediaEnabled, enabled, &Model::mediaEnabledChanged);
-    m_defaults.setBool(mediaEnabledKey, enabled);
+    // Song position, players and device status join here with their stores.
 }
 
 void Model::refreshPermissions()
@@ -154,59 +119,81 @@ void Model::refreshPermissions()
     m_permissions->refresh();
 }
 
-void Model::refreshHardware()
-{
-    // Device status (battery, microphone, camera) arrives with the device pages.
-}
-
 void Model::finishWelcome()
 {
     m_onboarding->finish();
-    setIntroActive(false);
-    setPanelPinned(false);
-    setPage(Page::home);
-    if (show)
-        show(Page::home);
+    m_panel->setIntroActive(false);
+    m_panel->setPanelPinned(false);
+    m_panel->setPage(Page::home);
+    Q_EMIT show(Page::home);
 }
 
-void Model::setTrusted(bool trusted)
+void Model::launchWorkspace(const WorkspacePreset& preset)
 {
-    assign(m_trusted, trusted, &Model::trustedChanged);
-}
-void Model::setIntroActive(bool active)
-{
-    assign(m_introActive, active, &Model::introActiveChanged);
-}
-void Model::setNotchWidth(double width)
-{
-    assign(m_notchWidth, width, &Model::notchWidthChanged);
-}
-void Model::setNotchHeight(double height)
-{
-    assign(m_notchHeight, height, &Model::notchHeightChanged);
-}
-void Model::setCaptureBusy(bool busy)
-{
-    assign(m_captureBusy, busy, &Model::captureBusyChanged);
-}
-void Model::setCaptureStatus(const QString& status)
-{
-    assign(m_captureStatus, status, &Model::captureStatusChanged);
-}
-void Model::setPanelPinned(bool pinned)
-{
-    assign(m_panelPinned, pinned, &Model::panelPinnedChanged);
-}
-void Model::setHotkeyStatus(const QString& status)
-{
-    assign(m_hotkeyStatus, status, &Model::hotkeyStatusChanged);
-}
-void Model::setExpanded(bool expanded)
-{
-    assign(m_expanded, expanded, &Model::expandedChanged);
+    WorkspaceLauncher(m_platform.workspace, *m_message, *m_activity).launch(preset);
 }
 
-void Model::setSettingsSection(const QString& section)
+void Model::copyBack(const Clip& clip)
 {
-    assign(m_settingsSection, section, &Model::settingsSectionChanged);
+    m_clipboard->copyBack(clip);
 }
+
+// One-line forwards to the stores, under the names the rest of the program uses.
+// clang-format off
+
+Page Model::page() const { return m_panel->page(); }
+void Model::setPage(Page page) { m_panel->setPage(page); }
+bool Model::expanded() const { return m_panel->expanded(); }
+void Model::setExpanded(bool expanded) { m_panel->setExpanded(expanded); }
+bool Model::introActive() const { return m_panel->introActive(); }
+void Model::setIntroActive(bool active) { m_panel->setIntroActive(active); }
+bool Model::panelPinned() const { return m_panel->panelPinned(); }
+void Model::setPanelPinned(bool pinned) { m_panel->setPanelPinned(pinned); }
+double Model::notchWidth() const { return m_panel->notchWidth(); }
+void Model::setNotchWidth(double width) { m_panel->setNotchWidth(width); }
+double Model::notchHeight() const { return m_panel->notchHeight(); }
+void Model::setNotchHeight(double height) { m_panel->setNotchHeight(height); }
+QString Model::settingsSection() const { return m_panel->settingsSection(); }
+void Model::setSettingsSection(const QString& section) { m_panel->setSettingsSection(section); }
+QString Model::hotkeyStatus() const { return m_panel->hotkeyStatus(); }
+void Model::setHotkeyStatus(const QString& status) { m_panel->setHotkeyStatus(status); }
+qint64 Model::interactionLocks() const { return m_panel->interactionLocks(); }
+QString Model::message() const { return m_message->text(); }
+void Model::setMessage(const QString& message) { m_message->setText(message); }
+
+qint64 Model::seconds() const { return m_focus->seconds(); }
+qint64 Model::duration() const { return m_focus->duration(); }
+bool Model::timerRunning() const { return m_focus->timerRunning(); }
+std::optional<QDateTime> Model::deadline() const { return m_focus->deadline(); }
+QString Model::timeText() const { return m_focus->timeText(); }
+void Model::setDuration(qint64 minutes) { m_focus->setDuration(minutes); }
+void Model::toggleTimer() { m_focus->toggleTimer(); }
+void Model::persistFocus() { m_focus->persistFocus(); }
+const QList<Notice>& Model::notices() const { return m_activity->notices(); }
+void Model::addNotice(const QString& title, const QString& detail) { m_activity->addNotice(title, detail); }
+
+const QList<Clip>& Model::clips() const { return m_clipboard->clips(); }
+ClipboardArchive* Model::archive() const { return m_clipboard->archive(); }
+QString Model::historyStorageError() const { return m_clipboard->historyStorageError(); }
+bool Model::recording() const { return m_clipboard->recording(); }
+void Model::setRecording(bool recording) { m_clipboard->setRecording(recording); }
+void Model::pollClipboard() { m_clipboard->pollClipboard(); }
+void Model::deleteClip(const Clip& clip) { m_clipboard->deleteClip(clip); }
+void Model::clearHistory() { m_clipboard->clearHistory(); }
+
+const QList<QUrl>& Model::files() const { return m_shelf->files(); }
+const QList<QUrl>& Model::apps() const { return m_shelf->apps(); }
+void Model::addFiles(const QList<QUrl>& urls) { m_shelf->addFiles(urls); }
+void Model::removeFile(const QUrl& url) { m_shelf->removeFile(url); }
+void Model::persistShelf() { m_shelf->persistShelf(); }
+
+bool Model::mediaEnabled() const { return m_nowPlaying->mediaEnabled(); }
+void Model::setMediaEnabled(bool enabled) { m_nowPlaying->setMediaEnabled(enabled); }
+QString Model::commandStatus() const { return m_commands->commandStatus(); }
+std::optional<RunningApp> Model::commandTarget() const { return m_commands->commandTarget(); }
+void Model::setCommandTarget(std::optional<RunningApp> app) { m_commands->setCommandTarget(std::move(app)); }
+bool Model::captureBusy() const { return m_capture->captureBusy(); }
+void Model::setCaptureBusy(bool busy) { m_capture->setCaptureBusy(busy); }
+
+bool Model::trusted() const { return m_permissions->accessibility(); }
+// clang-format on

@@ -272,7 +272,7 @@ void Productivity::removeWorkspace(QUuid id)
     Q_EMIT presetsChanged();
 }
 
-QString Productivity::launchStatus(const WorkspacePreset& preset, Workspace& workspace) const
+QString Productivity::launchStatus(const WorkspacePreset& preset, Workspace& workspace)
 {
     QStringList failed;
     for (const QString& path : preset.paths) {

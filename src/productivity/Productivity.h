@@ -61,7 +61,7 @@ public:
     void removeWorkspace(QUuid id);
 
     // Opens every path of the preset; answers the status message ("… geöffnet" or the failures).
-    QString launchStatus(const WorkspacePreset& preset, Workspace& workspace) const;
+    static QString launchStatus(const WorkspacePreset& preset, Workspace& workspace);
 
 Q_SIGNALS:
     void notesChanged();

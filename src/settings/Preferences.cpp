@@ -34,8 +34,7 @@ void Preferences::setValues(const PreferenceValues& values)
     store();
     if (different)
         Q_EMIT valuesChanged();
-    if (changed)
-        changed();
+    Q_EMIT valuesAssigned();
 }
 
 void Preferences::update(const std::function<void(PreferenceValues&)>& edit)

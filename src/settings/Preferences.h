@@ -20,16 +20,16 @@ public:
     explicit Preferences(Defaults& defaults, QObject* parent = nullptr);
 
     const PreferenceValues& values() const { return m_values; }
-    // Persists the record, then calls `changed`.
+    // Persists the record, then reports valuesAssigned(), also when nothing changed.
     void setValues(const PreferenceValues& values);
     // Convenience for one field: copies, edits and assigns.
     void update(const std::function<void(PreferenceValues&)>& edit);
 
-    // Filled by the model; runs after every change of the record.
-    std::function<void()> changed;
-
 Q_SIGNALS:
+    // A field differs from before.
     void valuesChanged();
+    // After every assignment: the owner applies the record and resizes the panel.
+    void valuesAssigned();
 
 private:
     void store();

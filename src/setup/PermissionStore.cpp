@@ -15,8 +15,6 @@ void PermissionStore::refresh()
     if (trusted != m_accessibility) {
         m_accessibility = trusted;
         Q_EMIT accessibilityChanged();
-        if (onAccessibilityChanged)
-            onAccessibilityChanged(trusted);
     }
     const bool capture = m_permissions.screenCaptureAllowed();
     if (capture != m_screenCapture) {

@@ -3,7 +3,6 @@
 #include <QDateTime>
 #include <QObject>
 
-#include <functional>
 #include <optional>
 
 class Clock;
@@ -22,10 +21,8 @@ public:
     bool screenCapture() const { return m_screenCapture; }
     std::optional<QDateTime> checkedAt() const { return m_checkedAt; }
 
-    // Re-reads every state; `onAccessibilityChanged` runs only when trust really changed.
+    // Re-reads every state; accessibilityChanged() fires only when trust really changed.
     void refresh();
-
-    std::function<void(bool)> onAccessibilityChanged;
 
 Q_SIGNALS:
     void accessibilityChanged();

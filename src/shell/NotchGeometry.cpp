@@ -34,7 +34,7 @@ QRectF NotchGeometry::activationRect(const QRectF& notch)
                   notch.height() + activationBelow);
 }
 
-QSizeF NotchGeometry::panelSize(const PanelState& state, QSizeF notch)
+QSizeF NotchGeometry::panelSize(const PanelSizeInputs& state, QSizeF notch)
 {
     if (state.introActive)
         return QSizeF(notch.width() + welcomeGrowthWidth, notch.height() + welcomeGrowthHeight);

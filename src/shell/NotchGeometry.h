@@ -12,7 +12,7 @@
 #include <optional>
 
 // What the panel's size depends on.
-struct PanelState
+struct PanelSizeInputs
 {
     bool introActive = false;
     bool expanded = false;
@@ -44,7 +44,7 @@ public:
     static QRectF notchRect(const DisplayInfo& display);
     // The notch widened at both sides and lengthened below; the top edge stays at the display's top.
     static QRectF activationRect(const QRectF& notch);
-    static QSizeF panelSize(const PanelState& state, QSizeF notch);
+    static QSizeF panelSize(const PanelSizeInputs& state, QSizeF notch);
     // Centred on the notch, hanging from the display's top edge.
     static QRectF panelFrame(const QRectF& notch, const QRectF& displayFrame, QSizeF size);
     // Every edge counts as inside; an empty rectangle contains nothing.

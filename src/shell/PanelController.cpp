@@ -1,7 +1,9 @@
 #include "shell/PanelController.h"
 
+#include "capture/ScreenCapture.h"
 #include "common/Clock.h"
 #include "model/Model.h"
+#include "model/PanelState.h"
 #include "platform/Displays.h"
 #include "platform/Pointer.h"
 #include "productivity/Productivity.h"
@@ -17,9 +19,9 @@ PanelController::PanelController(Model& model, PanelWindow& window, QObject* par
 {
     // Whatever changes what a poll would decide wakes the poll; it goes back to sleep by itself.
     connect(&model.preferences(), &Preferences::valuesChanged, this, &PanelController::wake);
-    connect(&model, &Model::captureBusyChanged, this, &PanelController::wake);
-    connect(&model, &Model::introActiveChanged, this, &PanelController::wake);
-    connect(&model, &Model::panelPinnedChanged, this, &PanelController::wake);
+    connect(&model.screenCapture(), &ScreenCapture::captureBusyChanged, this, &PanelController::wake);
+    connect(&model.panel(), &PanelState::introActiveChanged, this, &PanelController::wake);
+    connect(&model.panel(), &PanelState::panelPinnedChanged, this, &PanelController::wake);
     connect(&model.platform().pointer, &Pointer::moved, this, &PanelController::pointerMoved);
 }
 
@@ -151,7 +153,7 @@ void PanelController::reposition()
     m_model.setNotchWidth(notch.width());
     m_model.setNotchHeight(notch.height());
 
-    PanelState state;
+    PanelSizeInputs state;
     state.introActive = m_model.introActive();
     state.expanded = m_model.expanded();
     state.page = m_model.page();

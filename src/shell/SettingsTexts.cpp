@@ -111,42 +111,6 @@ QString SettingsTexts::shortcutChoice(HistoryShortcut shortcut)
     return HistoryShortcuts::label(shortcut);
 }
 
-QString SettingsTexts::focusStepper(int minutes)
-{
-    return QStringLiteral("Standard-Fokus: ") + QString::number(minutes) + QStringLiteral(" Minuten");
-}
-
-int SettingsTexts::stepFocusMinutes(int minutes, int delta)
-{
-    return std::clamp(minutes + delta, focusMinutesLowest, focusMinutesHighest);
-}
-
-QString SettingsTexts::focusReset()
-{
-    return QStringLiteral("Fokus jetzt auf Standard zurücksetzen");
-}
-QString SettingsTexts::focusSoundToggle()
-{
-    return QStringLiteral("Ton am Ende der Fokuszeit");
-}
-QString SettingsTexts::recordingToggle()
-{
-    return QStringLiteral("Copy-Verlauf erfassen");
-}
-
-QString SettingsTexts::historyNote()
-{
-    return QStringLiteral(
-        "Alle erfassten Kopien bleiben auf diesem Mac gespeichert – ohne automatische Begrenzung "
-        "oder Ablaufdatum. Lösche einzelne Einträge im Verlauf oder leere alles einschließlich "
-        "Favoriten. Vertraulich markierte Kopien werden weiterhin ausgelassen.");
-}
-
-QString SettingsTexts::clearHistory()
-{
-    return QStringLiteral("Verlauf vollständig leeren");
-}
-
 QString SettingsTexts::delayText(double seconds)
 {
     return QString::asprintf("%.2f s", seconds);

@@ -38,17 +38,6 @@ public:
     // The picker's entry; `off` has no key label, so it reads "Aus".
     static QString shortcutChoice(HistoryShortcut shortcut);
 
-    // "Fokus & Daten"
-    static QString focusStepper(int minutes);
-    static int stepFocusMinutes(int minutes, int delta);
-    static constexpr int focusMinutesLowest = 1;
-    static constexpr int focusMinutesHighest = 120;
-    static QString focusReset();
-    static QString focusSoundToggle();
-    static QString recordingToggle();
-    static QString historyNote();
-    static QString clearHistory();
-
     // A delay row's range in seconds and its value text ("0.00 s").
     struct DelayRange
     {

@@ -3,6 +3,7 @@
 
 #include "app/SelfTest.h"
 #include "clipboard/ClipboardArchive.h"
+#include "clipboard/ClipboardHistory.h"
 #include "productivity/Productivity.h"
 
 #include <QCryptographicHash>
@@ -140,7 +141,7 @@ private Q_SLOTS:
         Productivity& productivity = fixture.model->productivity();
         productivity.togglePin(QStringLiteral("eins"));
         productivity.togglePin(QStringLiteral("zwei"));
-        QSignalSpy clipsSpy(fixture.model.get(), &Model::clipsChanged);
+        QSignalSpy clipsSpy(&fixture.model->clipboardHistory(), &ClipboardHistory::clipsChanged);
         fixture.model->deleteClip(fixture.model->clips().last());
         QCOMPARE(clipsSpy.size(), 1);
         QCOMPARE(texts(fixture.model->clips()), QStringList{QStringLiteral("zwei")});

@@ -36,7 +36,8 @@ private Q_SLOTS:
     void controlsCarryTheirTexts()
     {
         ModelFixture fixture;
-        HistoryPage page(*fixture.model);
+        HistoryPage page(fixture.model->clipboardHistory(), fixture.model->productivity(),
+                         fixture.memory.clock);
         QCOMPARE(page.searchField()->placeholderText(), QStringLiteral("Im Verlauf suchen …"));
         QCOMPARE(page.recordingButton()->toolTip(), QStringLiteral("Erfassung pausieren oder fortsetzen"));
         QCOMPARE(page.clearButton()->toolTip(),
@@ -53,7 +54,7 @@ private Q_SLOTS:
     {
         ModelFixture fixture;
         Model& model = *fixture.model;
-        HistoryPage page(model);
+        HistoryPage page(model.clipboardHistory(), model.productivity(), fixture.memory.clock);
         page.resize(560, 420);
         page.show();
         QVERIFY(QTest::qWaitForWindowExposed(&page));
@@ -101,7 +102,8 @@ private Q_SLOTS:
         file.write("keine Datenbank");
         file.close();
         ModelFixture fixture(path);
-        HistoryPage page(*fixture.model);
+        HistoryPage page(fixture.model->clipboardHistory(), fixture.model->productivity(),
+                         fixture.memory.clock);
         page.show();
         QVERIFY(QTest::qWaitForWindowExposed(&page));
         QVERIFY(page.storageError()->isVisible());
@@ -119,8 +121,8 @@ private Q_SLOTS:
             model.pollClipboard();
         }
         bool closed = false;
-        model.close = [&closed] { closed = true; };
-        HistoryPage page(model);
+        QObject::connect(&model, &Model::close, &model, [&closed] { closed = true; });
+        HistoryPage page(model.clipboardHistory(), model.productivity(), fixture.memory.clock);
         page.resize(560, 420);
         page.show();
         QVERIFY(QTest::qWaitForWindowExposed(&page));

@@ -149,7 +149,7 @@ private Q_SLOTS:
     {
         ModelFixture fixture;
         Model& model = *fixture.model;
-        HistoryListModel rows(model);
+        HistoryListModel rows(model.clipboardHistory(), model.productivity(), fixture.memory.clock);
         QAbstractItemModelTester tester(&rows, QAbstractItemModelTester::FailureReportingMode::QtTest);
         auto copy = [&](const QString& text) {
             fixture.memory.clock.advance(60);
@@ -181,7 +181,7 @@ private Q_SLOTS:
 
         // Row actions reach the model.
         bool closed = false;
-        model.close = [&closed] { closed = true; };
+        QObject::connect(&model, &Model::close, &model, [&closed] { closed = true; });
         rows.copyBack(2);
         QVERIFY(closed);
         QCOMPARE(fixture.memory.pasteboard.string(),

@@ -75,7 +75,7 @@ private Q_SLOTS:
         ModelFixture fixture;
         Model& model = *fixture.model;
         std::optional<Page> shown;
-        model.show = [&shown](std::optional<Page> page) { shown = page; };
+        QObject::connect(&model, &Model::show, &model, [&shown](std::optional<Page> page) { shown = page; });
         model.setDuration(1);
         model.toggleTimer();
         fixture.memory.clock.advance(61);

@@ -132,7 +132,7 @@ private Q_SLOTS:
         values.openDelay = 0.12;
         reopened.setData(QString::fromLatin1(Preferences::storageKey), values.encode());
         Preferences again(reopened);
-        again.changed = [&changes] { ++changes; };
+        QObject::connect(&again, &Preferences::valuesAssigned, &again, [&changes] { ++changes; });
         QCOMPARE(again.values().openDelay, 0.12);
         again.update([](PreferenceValues& v) { v.closeDelay = 1.0; });
         QCOMPARE(changes, 1);
@@ -174,7 +174,7 @@ private Q_SLOTS:
     {
         ModelFixture fixture;
         int resizes = 0;
-        fixture.model->resize = [&resizes] { ++resizes; };
+        QObject::connect(fixture.model.get(), &Model::resize, fixture.model.get(), [&resizes] { ++resizes; });
         fixture.model->setPage(Page::clipboard);
         QCOMPARE(resizes, 1);
         QCOMPARE(fixture.domain.defaults->stringValue(QStringLiteral("lastPage")),
@@ -213,8 +213,10 @@ private Q_SLOTS:
     {
         ModelFixture fixture;
         QStringList calls;
-        fixture.model->applyPreferences = [&calls] { calls.append(QStringLiteral("apply")); };
-        fixture.model->resize = [&calls] { calls.append(QStringLiteral("resize")); };
+        Model* model = fixture.model.get();
+        QObject::connect(model, &Model::applyPreferences, model,
+                         [&calls] { calls.append(QStringLiteral("apply")); });
+        QObject::connect(model, &Model::resize, model, [&calls] { calls.append(QStringLiteral("resize")); });
         fixture.model->preferences().update([](PreferenceValues& v) { v.layout = PanelLayout::tall; });
         QCOMPARE(calls, QStringList({"apply", "resize"}));
     }
@@ -237,7 +239,7 @@ private Q_SLOTS:
         ModelFixture fixture;
         Model& model = *fixture.model;
         std::optional<Page> shown;
-        model.show = [&shown](std::optional<Page> page) { shown = page; };
+        QObject::connect(&model, &Model::show, &model, [&shown](std::optional<Page> page) { shown = page; });
         model.onboarding().begin(false);
         model.onboarding().setStep(2);
         model.setPage(Page::onboarding);

@@ -51,7 +51,7 @@ private Q_SLOTS:
         const QRectF notch = NotchGeometry::notchRect(display);
         QCOMPARE(notch, QRectF(650, 0, 185, 32));
         // Closed, the panel is exactly the notch.
-        const QSizeF closed = NotchGeometry::panelSize(PanelState{}, notch.size());
+        const QSizeF closed = NotchGeometry::panelSize(PanelSizeInputs{}, notch.size());
         QCOMPARE(NotchGeometry::panelFrame(notch, display.frame, closed), notch);
     }
 
@@ -60,7 +60,7 @@ private Q_SLOTS:
         const DisplayInfo display = notched(QRectF(-1512, 98, 1512, 982));
         const QRectF notch = NotchGeometry::notchRect(display);
         QCOMPARE(notch, QRectF(-1512 + 650, 98, 185, 32));
-        PanelState open;
+        PanelSizeInputs open;
         open.expanded = true;
         const QRectF frame =
             NotchGeometry::panelFrame(notch, display.frame, NotchGeometry::panelSize(open, notch.size()));
@@ -101,7 +101,7 @@ private Q_SLOTS:
         for (double height : {24.0, 32.0, 37.0}) {
             const DisplayInfo display = notched(QRectF(0, 0, 1512, 982), height);
             const QRectF notch = NotchGeometry::notchRect(display);
-            QCOMPARE(NotchGeometry::panelSize(PanelState{}, notch.size()).height(), height);
+            QCOMPARE(NotchGeometry::panelSize(PanelSizeInputs{}, notch.size()).height(), height);
             const QRectF area = NotchGeometry::activationRect(notch);
             QCOMPARE(area, QRectF(646, 0, 193, height + 6));
             // Edges belong to it; one step beyond does not.
@@ -155,7 +155,7 @@ private Q_SLOTS:
         QFETCH(bool, mini);
         QFETCH(PanelLayout, layout);
         QFETCH(QSizeF, size);
-        const PanelState state{intro, expanded, page, mini, layout};
+        const PanelSizeInputs state{intro, expanded, page, mini, layout};
         QCOMPARE(NotchGeometry::panelSize(state, QSizeF(185, 32)), size);
     }
 };

@@ -2,6 +2,7 @@
 
 #include "TestSupport.h"
 
+#include "model/PanelState.h"
 #include "settings/Preferences.h"
 #include "shell/MemoryPanelWindow.h"
 #include "shell/PanelController.h"

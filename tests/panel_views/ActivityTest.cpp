@@ -22,7 +22,7 @@ private Q_SLOTS:
     {
         ModelFixture fixture;
         Model& model = *fixture.model;
-        NoticeListModel rows(model);
+        NoticeListModel rows(model.activity());
         QAbstractItemModelTester tester(&rows, QAbstractItemModelTester::FailureReportingMode::QtTest);
         QCOMPARE(rows.rowCount(), 1);
         QCOMPARE(rows.index(0).data(NoticeListModel::TitleRole).toString(),

@@ -20,7 +20,7 @@ struct TourRig : ViewRig
         model().setIntroActive(false);
         model().setPage(Page::onboarding);
         open({640, 528});
-        pane = root->onboardingPane();
+        pane = qobject_cast<OnboardingPane*>(root->onboardingPane());
     }
     OnboardingState& state() { return model().onboarding(); }
 
@@ -65,7 +65,8 @@ private Q_SLOTS:
     {
         TourRig rig(4);
         std::optional<Page> shown;
-        rig.model().show = [&shown](std::optional<Page> page) { shown = page; };
+        QObject::connect(&rig.model(), &Model::show, &rig.model(),
+                         [&shown](std::optional<Page> page) { shown = page; });
         rig.model().setPanelPinned(true);
         QTest::mouseClick(rig.pane->primaryButton(), Qt::LeftButton);
         QCOMPARE(rig.state().step(), 5);

@@ -63,7 +63,7 @@ private Q_SLOTS:
     {
         ViewRig rig;
         rig.model().setExpanded(false);
-        RootView& root = *(rig.root = std::make_unique<RootView>(rig.model()));
+        RootView& root = rig.makeRoot();
         root.resize(160, 24);
         root.show();
         QCOMPARE(root.content(), PanelContent::nothing);
@@ -124,7 +124,8 @@ private Q_SLOTS:
     {
         ViewRig rig;
         std::optional<int> closed;
-        rig.model().close = [&closed] { closed = closed.value_or(0) + 1; };
+        QObject::connect(&rig.model(), &Model::close, &rig.model(),
+                         [&closed] { closed = closed.value_or(0) + 1; });
         RootView& root = rig.open();
         ButtonRow* row = root.fullLayout()->buttonRow();
 
@@ -269,7 +270,8 @@ private Q_SLOTS:
         ViewRig rig;
         rig.model().productivity().setMini(true);
         RootView& root = rig.open({440, 112});
-        MiniOverview* mini = root.miniOverview();
+        auto* mini = qobject_cast<MiniOverview*>(root.miniOverview());
+        QVERIFY(mini);
         QVERIFY(mini->isVisible());
         QCOMPARE(mini->timerButton()->text(), QStringLiteral("25:00"));
         QCOMPARE(mini->timerButton()->toolTip(), QStringLiteral("Fokus starten / pausieren"));
@@ -284,7 +286,7 @@ private Q_SLOTS:
         rig.model().setPage(Page::home);
         QCOMPARE(root.content(), PanelContent::mini);
         int resizes = 0;
-        rig.model().resize = [&resizes] { ++resizes; };
+        QObject::connect(&rig.model(), &Model::resize, &rig.model(), [&resizes] { ++resizes; });
         QTest::mouseClick(mini->expandButton(), Qt::LeftButton);
         QVERIFY(!rig.model().productivity().mini());
         QCOMPARE(root.content(), PanelContent::full);
@@ -311,7 +313,8 @@ private Q_SLOTS:
     {
         ViewRig rig;
         std::optional<Page> shown;
-        rig.model().show = [&shown](std::optional<Page> page) { shown = page; };
+        QObject::connect(&rig.model(), &Model::show, &rig.model(),
+                         [&shown](std::optional<Page> page) { shown = page; });
         RootView& root = rig.open();
 
         QMimeData web;

@@ -1,7 +1,8 @@
 #include "PanelViewsTests.h"
 #include "ViewRig.h"
 
-#include "focus/widgets/FocusDataSettings.h"
+#include "clipboard/widgets/HistorySettings.h"
+#include "focus/widgets/FocusSettings.h"
 #include "focus/widgets/FocusStepper.h"
 #include "productivity/Productivity.h"
 #include "settings/Preferences.h"
@@ -33,6 +34,12 @@ struct SettingsRig : ViewRig
         pane = qobject_cast<SettingsPane*>(root->fullLayout()->currentPage());
     }
     const PreferenceValues& values() { return model().preferences().values(); }
+    // One of the pieces the areas put into the settings.
+    template <typename Piece> Piece* piece() const { return pane->findChild<Piece*>(); }
+    template <typename Piece> bool shows() const
+    {
+        return pane->visibleSection()->isAncestorOf(piece<Piece>());
+    }
 
     SettingsPane* pane = nullptr;
 };
@@ -53,23 +60,23 @@ private Q_SLOTS:
         QVERIFY(rig.pane);
         QCOMPARE(rig.pane->switcher()->accessibleName(), QStringLiteral("Bereich"));
         QCOMPARE(rig.pane->switcher()->current(), QStringLiteral("Ansicht"));
-        QCOMPARE(rig.pane->visibleSection(), rig.pane->viewSettings());
+        QVERIFY(rig.shows<ViewSettings>());
 
         QTest::mouseClick(rig.pane->switcher()->button(QStringLiteral("Fokus & Daten")), Qt::LeftButton);
         QCOMPARE(rig.model().settingsSection(), QStringLiteral("Fokus & Daten"));
-        QCOMPARE(rig.pane->visibleSection(), rig.pane->focusDataSettings());
+        QVERIFY(rig.shows<FocusSettings>() && rig.shows<HistorySettings>());
         // Another part of the program may open the page on a section.
         rig.model().setSettingsSection(QStringLiteral("Bedienung"));
         QCOMPARE(rig.pane->switcher()->current(), QStringLiteral("Bedienung"));
-        QCOMPARE(rig.pane->visibleSection(), rig.pane->controlSettings());
+        QVERIFY(rig.shows<ControlSettings>());
     }
 
     void layoutButtonsWriteThroughAndResize()
     {
         SettingsRig rig;
         int resizes = 0;
-        rig.model().resize = [&resizes] { ++resizes; };
-        ViewSettings* view = rig.pane->viewSettings();
+        QObject::connect(&rig.model(), &Model::resize, &rig.model(), [&resizes] { ++resizes; });
+        ViewSettings* view = rig.piece<ViewSettings>();
         QVERIFY(view->layoutButton(PanelLayout::balanced)->isChecked());
         QCOMPARE(view->caption(),
                  QStringLiteral("Mehr Breite, weniger Tiefe · Änderungen werden sofort übernommen."));
@@ -88,7 +95,7 @@ private Q_SLOTS:
     void viewTogglesWriteTheirFields()
     {
         SettingsRig rig;
-        ViewSettings* view = rig.pane->viewSettings();
+        ViewSettings* view = rig.piece<ViewSettings>();
         QVERIFY(!view->miniRow()->isChecked());
         QTest::mouseClick(view->miniRow()->toggleSwitch(), Qt::LeftButton);
         QVERIFY(rig.model().productivity().mini());
@@ -103,7 +110,7 @@ private Q_SLOTS:
         QVERIFY(!view->miniRow()->isChecked());
 
         int welcomes = 0;
-        rig.model().startWelcome = [&welcomes] { ++welcomes; };
+        QObject::connect(&rig.model(), &Model::startWelcome, &rig.model(), [&welcomes] { ++welcomes; });
         QTest::mouseClick(view->replayButton(), Qt::LeftButton);
         QCOMPARE(welcomes, 1);
     }
@@ -111,7 +118,7 @@ private Q_SLOTS:
     void delayRowsKeepToTheirRanges()
     {
         SettingsRig rig(QStringLiteral("Bedienung"));
-        ControlSettings* control = rig.pane->controlSettings();
+        ControlSettings* control = rig.piece<ControlSettings>();
         struct Row
         {
             DelayRow* row;
@@ -144,7 +151,7 @@ private Q_SLOTS:
     void hoverAndCommandTogglesWriteThrough()
     {
         SettingsRig rig(QStringLiteral("Bedienung"));
-        ControlSettings* control = rig.pane->controlSettings();
+        ControlSettings* control = rig.piece<ControlSettings>();
         QTest::mouseClick(control->hoverRow()->toggleSwitch(), Qt::LeftButton);
         QVERIFY(!rig.values().hover);
         QTest::mouseClick(control->commandsRow()->toggleSwitch(), Qt::LeftButton);
@@ -155,7 +162,7 @@ private Q_SLOTS:
     void shortcutPickerAndItsStatus()
     {
         SettingsRig rig(QStringLiteral("Bedienung"));
-        ControlSettings* control = rig.pane->controlSettings();
+        ControlSettings* control = rig.piece<ControlSettings>();
         QComboBox* picker = control->shortcutPicker();
         QCOMPARE(picker->count(), 4);
         QCOMPARE(picker->currentText(), QStringLiteral("⌃ V"));
@@ -174,7 +181,7 @@ private Q_SLOTS:
     {
         SettingsRig rig(QStringLiteral("Bedienung"));
         int changes = 0;
-        rig.model().resize = [&changes] { ++changes; };
+        QObject::connect(&rig.model(), &Model::resize, &rig.model(), [&changes] { ++changes; });
         rig.model().preferences().update([](PreferenceValues& v) {
             v.hover = false;
             v.openDelay = 0.3;
@@ -186,21 +193,21 @@ private Q_SLOTS:
         });
         // One change from outside, shown by every section, and not echoed back by any control.
         QCOMPARE(changes, 1);
-        ControlSettings* control = rig.pane->controlSettings();
+        ControlSettings* control = rig.piece<ControlSettings>();
         QVERIFY(!control->hoverRow()->isChecked());
         QCOMPARE(control->openDelayRow()->valueText(), QStringLiteral("0.30 s"));
         QCOMPARE(control->closeDelayRow()->valueText(), QStringLiteral("1.20 s"));
         QCOMPARE(control->commandDelayRow()->valueText(), QStringLiteral("1.00 s"));
         QCOMPARE(control->shortcutPicker()->currentText(), QStringLiteral("⌃ ⇧ V"));
-        QCOMPARE(rig.pane->focusDataSettings()->stepper()->minutes(), 40);
-        QVERIFY(rig.pane->viewSettings()->layoutButton(PanelLayout::wide)->isChecked());
+        QCOMPARE(rig.piece<FocusSettings>()->stepper()->minutes(), 40);
+        QVERIFY(rig.piece<ViewSettings>()->layoutButton(PanelLayout::wide)->isChecked());
     }
 
     void storedDelayOutsideTheRangeIsShownAsItIs()
     {
         SettingsRig rig(QStringLiteral("Bedienung"));
         rig.model().preferences().update([](PreferenceValues& v) { v.closeDelay = 3.0; });
-        DelayRow* row = rig.pane->controlSettings()->closeDelayRow();
+        DelayRow* row = rig.piece<ControlSettings>()->closeDelayRow();
         QCOMPARE(row->valueText(), QStringLiteral("3.00 s"));
         QCOMPARE(row->slider()->value(), row->slider()->maximum());
         // Showing it at the slider's end must not clamp the stored value.
@@ -211,13 +218,13 @@ private Q_SLOTS:
     {
         SettingsRig rig(QStringLiteral("Gibt es nicht"));
         QCOMPARE(rig.pane->switcher()->current(), QString());
-        QCOMPARE(rig.pane->visibleSection(), rig.pane->viewSettings());
+        QVERIFY(rig.shows<ViewSettings>());
     }
 
     void focusStepperStopsAtOneAndOneHundredTwenty()
     {
         SettingsRig rig(QStringLiteral("Fokus & Daten"));
-        FocusStepper* stepper = rig.pane->focusDataSettings()->stepper();
+        FocusStepper* stepper = rig.piece<FocusSettings>()->stepper();
         QCOMPARE(stepper->text(), QStringLiteral("Standard-Fokus: 25 Minuten"));
 
         rig.model().preferences().update([](PreferenceValues& v) { v.focusMinutes = 2; });
@@ -238,7 +245,8 @@ private Q_SLOTS:
     void focusAndHistoryControls()
     {
         SettingsRig rig(QStringLiteral("Fokus & Daten"));
-        FocusDataSettings* focus = rig.pane->focusDataSettings();
+        FocusSettings* focus = rig.piece<FocusSettings>();
+        HistorySettings* history = rig.piece<HistorySettings>();
         rig.model().preferences().update([](PreferenceValues& v) { v.focusMinutes = 50; });
         rig.model().toggleTimer();
         QTest::mouseClick(focus->resetButton(), Qt::LeftButton);
@@ -247,15 +255,15 @@ private Q_SLOTS:
 
         QTest::mouseClick(focus->soundRow()->toggleSwitch(), Qt::LeftButton);
         QVERIFY(!rig.values().focusSound);
-        QTest::mouseClick(focus->recordingRow()->toggleSwitch(), Qt::LeftButton);
+        QTest::mouseClick(history->recordingRow()->toggleSwitch(), Qt::LeftButton);
         QVERIFY(!rig.model().recording());
 
         rig.memory().pasteboard.copyFromOutside(QStringLiteral("kopiert"));
         rig.model().setRecording(true);
-        QVERIFY(focus->recordingRow()->isChecked());
+        QVERIFY(history->recordingRow()->isChecked());
         rig.model().pollClipboard();
         QCOMPARE(rig.model().clips().size(), 1);
-        QTest::mouseClick(focus->clearButton(), Qt::LeftButton);
+        QTest::mouseClick(history->clearButton(), Qt::LeftButton);
         QVERIFY(rig.model().clips().isEmpty());
     }
 };

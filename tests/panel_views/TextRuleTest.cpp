@@ -103,10 +103,10 @@ private Q_SLOTS:
         // Slider positions and seconds convert both ways without drift at the range ends.
         for (double seconds : {0.0, 0.2, 0.8, 1.5, 2.0})
             QCOMPARE(SettingsTexts::sliderToDelay(SettingsTexts::delayToSlider(seconds)), seconds);
-        QCOMPARE(SettingsTexts::stepFocusMinutes(1, -1), 1);
-        QCOMPARE(SettingsTexts::stepFocusMinutes(120, 1), 120);
-        QCOMPARE(SettingsTexts::stepFocusMinutes(25, 1), 26);
-        QCOMPARE(SettingsTexts::focusStepper(25), QStringLiteral("Standard-Fokus: 25 Minuten"));
+        QCOMPARE(FocusTexts::stepFocusMinutes(1, -1), 1);
+        QCOMPARE(FocusTexts::stepFocusMinutes(120, 1), 120);
+        QCOMPARE(FocusTexts::stepFocusMinutes(25, 1), 26);
+        QCOMPARE(FocusTexts::focusStepper(25), QStringLiteral("Standard-Fokus: 25 Minuten"));
         QCOMPARE(SettingsTexts::layoutCaption(PanelLayout::tall),
                  QStringLiteral("Karten untereinander · Änderungen werden sofort übernommen."));
         QCOMPARE(SettingsTexts::sections().first(), QStringLiteral("Menüleiste"));

@@ -2,6 +2,9 @@
 
 #include "TestSupport.h"
 
+#include "app/PanelPages.h"
+#include "model/PanelState.h"
+#include "shell/widgets/PageRegistry.h"
 #include "shell/widgets/RootView.h"
 
 #include <QApplication>
@@ -16,16 +19,25 @@ struct ViewRig
     RootView& open(QSize size = {620, 378})
     {
         model().setExpanded(true);
-        root = std::make_unique<RootView>(model());
+        makeRoot();
         root->resize(size);
         root->show();
         QApplication::processEvents();
+        return *root;
+    }
+    // The root view over the current model, not yet shown.
+    RootView& makeRoot()
+    {
+        pages = PageRegistry();
+        registerPanelPages(pages, model());
+        root = std::make_unique<RootView>(model(), pages);
         return *root;
     }
     Model& model() { return *fixture.model; }
     MemoryPlatform& memory() { return fixture.memory; }
 
     ModelFixture fixture;
+    PageRegistry pages;
     std::unique_ptr<RootView> root;
 };
 

@@ -1,5 +1,6 @@
 #include "TestSupport.h"
 
+#include "common/SerialQueue.h"
 #include "platform/linux/LinuxSound.h"
 
 #include <QDir>

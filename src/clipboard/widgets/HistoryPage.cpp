@@ -1,9 +1,9 @@
 #include "clipboard/widgets/HistoryPage.h"
 
+#include "clipboard/ClipboardHistory.h"
 #include "clipboard/HistoryListModel.h"
 #include "clipboard/HistoryTexts.h"
 #include "clipboard/widgets/HistoryRowDelegate.h"
-#include "model/Model.h"
 #include "ui/FlowLayout.h"
 #include "ui/PanelTheme.h"
 #include "ui/SymbolButton.h"
@@ -41,10 +41,11 @@ QWidget* makeEmptyState()
 
 } // namespace
 
-HistoryPage::HistoryPage(Model& model, QWidget* parent)
-    : QWidget(parent), m_model(model), m_rows(new HistoryListModel(model, this)), m_delegate(nullptr),
-      m_search(new QLineEdit), m_recording(new SymbolButton(HistoryTexts::recordingSymbol(model.recording()),
-                                                            HistoryTexts::recordingHint())),
+HistoryPage::HistoryPage(ClipboardHistory& history, Productivity& productivity, Clock& clock, QWidget* parent)
+    : QWidget(parent), m_history(history), m_rows(new HistoryListModel(history, productivity, clock, this)),
+      m_delegate(nullptr), m_search(new QLineEdit),
+      m_recording(new SymbolButton(HistoryTexts::recordingSymbol(history.recording()),
+                                   HistoryTexts::recordingHint())),
       m_clear(new SymbolButton(HistoryTexts::clearSymbol(), HistoryTexts::clearHint())),
       m_chips(new QButtonGroup(this)), m_storageError(new TextLabel(QString(), 11, TextLabel::secondary)),
       m_stack(new QStackedWidget), m_list(new QListView), m_empty(makeEmptyState())
@@ -111,8 +112,8 @@ HistoryPage::HistoryPage(Model& model, QWidget* parent)
     connect(m_search, &QLineEdit::textChanged, m_rows, &HistoryListModel::setSearch);
     connect(m_chips, &QButtonGroup::idClicked, this, [this](int id) { m_rows->setFilter(ClipKind(id)); });
     connect(m_recording, &SymbolButton::clicked, this,
-            [this] { m_model.setRecording(!m_model.recording()); });
-    connect(m_clear, &SymbolButton::clicked, this, [this] { m_model.clearHistory(); });
+            [this] { m_history.setRecording(!m_history.recording()); });
+    connect(m_clear, &SymbolButton::clicked, &history, &ClipboardHistory::clearHistory);
     // Queued: the row's action may rebuild the list, which must wait until the view is done
     // with the click that caused it.
     connect(m_delegate, &HistoryRowDelegate::rowClicked, m_rows, &HistoryListModel::copyBack,
@@ -121,8 +122,8 @@ HistoryPage::HistoryPage(Model& model, QWidget* parent)
             Qt::QueuedConnection);
     connect(m_delegate, &HistoryRowDelegate::removeClicked, m_rows, &HistoryListModel::remove,
             Qt::QueuedConnection);
-    connect(&model, &Model::recordingChanged, this, &HistoryPage::showRecording);
-    connect(&model, &Model::historyStorageErrorChanged, this, &HistoryPage::showStorageError);
+    connect(&history, &ClipboardHistory::recordingChanged, this, &HistoryPage::showRecording);
+    connect(&history, &ClipboardHistory::historyStorageErrorChanged, this, &HistoryPage::showStorageError);
     connect(m_rows, &QAbstractItemModel::modelReset, this, &HistoryPage::showRowsOrEmpty);
 
     showRecording();
@@ -137,13 +138,13 @@ QPushButton* HistoryPage::chip(ClipKind kind) const
 
 void HistoryPage::showRecording()
 {
-    m_recording->setSymbol(HistoryTexts::recordingSymbol(m_model.recording()));
+    m_recording->setSymbol(HistoryTexts::recordingSymbol(m_history.recording()));
 }
 
 void HistoryPage::showStorageError()
 {
-    m_storageError->setText(m_model.historyStorageError());
-    m_storageError->setVisible(!m_model.historyStorageError().isEmpty());
+    m_storageError->setText(m_history.historyStorageError());
+    m_storageError->setVisible(!m_history.historyStorageError().isEmpty());
 }
 
 void HistoryPage::showEvent(QShowEvent* event)

@@ -6,7 +6,9 @@
 
 class HistoryListModel;
 class HistoryRowDelegate;
-class Model;
+class ClipboardHistory;
+class Clock;
+class Productivity;
 class QButtonGroup;
 class QLabel;
 class QLineEdit;
@@ -21,7 +23,8 @@ class HistoryPage : public QWidget
 {
     Q_OBJECT
 public:
-    HistoryPage(Model& model, QWidget* parent = nullptr);
+    HistoryPage(ClipboardHistory& history, Productivity& productivity, Clock& clock,
+                QWidget* parent = nullptr);
 
     HistoryListModel* rows() const { return m_rows; }
     QListView* list() const { return m_list; }
@@ -40,7 +43,7 @@ private:
     void showStorageError();
     void showRowsOrEmpty();
 
-    Model& m_model;
+    ClipboardHistory& m_history;
     HistoryListModel* m_rows;
     HistoryRowDelegate* m_delegate;
     QLineEdit* m_search;

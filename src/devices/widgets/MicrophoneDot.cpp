@@ -1,14 +1,17 @@
 #include "devices/widgets/MicrophoneDot.h"
 
+#include "devices/DeviceStatus.h"
 #include "devices/DeviceTexts.h"
 #include "ui/PanelTheme.h"
 
 #include <QPainter>
 
-MicrophoneDot::MicrophoneDot(QWidget* parent) : QWidget(parent)
+MicrophoneDot::MicrophoneDot(const DeviceStatus& devices, QWidget* parent) : QWidget(parent)
 {
     setFixedSize(sizeHint());
-    setActive(false);
+    setActive(devices.microphone());
+    connect(&devices, &DeviceStatus::microphoneChanged, this,
+            [this, &devices] { setActive(devices.microphone()); });
 }
 
 void MicrophoneDot::setActive(bool active)

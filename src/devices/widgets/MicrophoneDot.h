@@ -2,14 +2,15 @@
 
 #include <QWidget>
 
+class DeviceStatus;
+
 // A small circle that lights up while the default microphone is in use.
 class MicrophoneDot : public QWidget
 {
     Q_OBJECT
 public:
-    explicit MicrophoneDot(QWidget* parent = nullptr);
+    explicit MicrophoneDot(const DeviceStatus& devices, QWidget* parent = nullptr);
 
-    void setActive(bool active);
     bool isActive() const { return m_active; }
     QSize sizeHint() const override { return {12, 12}; }
 
@@ -17,5 +18,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void setActive(bool active);
+
     bool m_active = false;
 };

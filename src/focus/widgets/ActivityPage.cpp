@@ -7,8 +7,8 @@
 #include <QListView>
 #include <QVBoxLayout>
 
-ActivityPage::ActivityPage(Model& model, QWidget* parent)
-    : QWidget(parent), m_notices(new NoticeListModel(model, this)), m_list(new QListView)
+ActivityPage::ActivityPage(const ActivityLog& activity, QWidget* parent)
+    : QWidget(parent), m_notices(new NoticeListModel(activity, this)), m_list(new QListView)
 {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

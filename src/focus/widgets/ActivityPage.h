@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-class Model;
+class ActivityLog;
 class NoticeListModel;
 class QListView;
 
@@ -11,7 +11,7 @@ class ActivityPage : public QWidget
 {
     Q_OBJECT
 public:
-    explicit ActivityPage(Model& model, QWidget* parent = nullptr);
+    explicit ActivityPage(const ActivityLog& activity, QWidget* parent = nullptr);
 
     QListView* list() const { return m_list; }
     NoticeListModel* notices() const { return m_notices; }

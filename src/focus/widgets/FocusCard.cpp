@@ -1,7 +1,7 @@
 #include "focus/widgets/FocusCard.h"
 
 #include "focus/FocusTexts.h"
-#include "model/Model.h"
+#include "focus/FocusTimer.h"
 #include "ui/PanelTheme.h"
 #include "ui/SymbolButton.h"
 #include "ui/SymbolLabel.h"
@@ -11,8 +11,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-FocusCard::FocusCard(Model& model, QWidget* parent)
-    : Card(parent), m_model(model), m_time(new QLabel),
+FocusCard::FocusCard(FocusTimer& timer, QWidget* parent)
+    : Card(parent), m_timer(timer), m_time(new QLabel),
       m_caption(new TextLabel(QString(), 12, TextLabel::secondary)),
       m_toggle(new SymbolButton(FocusTexts::toggleSymbol(false), FocusTexts::toggleHint(), 36)),
       m_reset(new SymbolButton(QStringLiteral("arrow.counterclockwise"), FocusTexts::resetHint(), 30))
@@ -58,18 +58,18 @@ FocusCard::FocusCard(Model& model, QWidget* parent)
         m_presets.append(chip);
         // The chip's look follows the duration, not the click.
         connect(chip, &QPushButton::clicked, this, [this, minutes] {
-            m_model.setDuration(minutes);
+            m_timer.setDuration(minutes);
             sync();
         });
     }
     column->addSpacing(6);
     column->addLayout(chips);
 
-    connect(m_toggle, &SymbolButton::clicked, &model, &Model::toggleTimer);
-    connect(m_reset, &SymbolButton::clicked, this, [this] { m_model.setDuration(m_model.duration() / 60); });
-    connect(&model, &Model::secondsChanged, this, &FocusCard::sync);
-    connect(&model, &Model::durationChanged, this, &FocusCard::sync);
-    connect(&model, &Model::timerRunningChanged, this, &FocusCard::sync);
+    connect(m_toggle, &SymbolButton::clicked, &timer, &FocusTimer::toggleTimer);
+    connect(m_reset, &SymbolButton::clicked, this, [this] { m_timer.setDuration(m_timer.duration() / 60); });
+    connect(&timer, &FocusTimer::secondsChanged, this, &FocusCard::sync);
+    connect(&timer, &FocusTimer::durationChanged, this, &FocusCard::sync);
+    connect(&timer, &FocusTimer::timerRunningChanged, this, &FocusCard::sync);
     sync();
 }
 
@@ -85,11 +85,11 @@ QString FocusCard::caption() const
 
 void FocusCard::sync()
 {
-    const bool running = m_model.timerRunning();
-    m_time->setText(m_model.timeText());
+    const bool running = m_timer.timerRunning();
+    m_time->setText(m_timer.timeText());
     m_caption->setText(FocusTexts::caption(running));
     m_toggle->setSymbol(FocusTexts::toggleSymbol(running));
     const QList<int> presets = FocusTexts::presets();
     for (int i = 0; i < m_presets.size(); ++i)
-        m_presets.at(i)->setChecked(FocusTexts::presetSelected(presets.at(i), m_model.duration()));
+        m_presets.at(i)->setChecked(FocusTexts::presetSelected(presets.at(i), m_timer.duration()));
 }

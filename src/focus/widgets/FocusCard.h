@@ -4,7 +4,7 @@
 
 #include <QList>
 
-class Model;
+class FocusTimer;
 class QLabel;
 class QPushButton;
 class SymbolButton;
@@ -14,7 +14,7 @@ class FocusCard : public Card
 {
     Q_OBJECT
 public:
-    explicit FocusCard(Model& model, QWidget* parent = nullptr);
+    explicit FocusCard(FocusTimer& timer, QWidget* parent = nullptr);
 
     QString timeText() const;
     QString caption() const;
@@ -25,7 +25,7 @@ public:
 private:
     void sync();
 
-    Model& m_model;
+    FocusTimer& m_timer;
     QLabel* m_time;
     QLabel* m_caption;
     SymbolButton* m_toggle;

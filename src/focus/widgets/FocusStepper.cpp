@@ -1,6 +1,6 @@
 #include "focus/widgets/FocusStepper.h"
 
-#include "shell/SettingsTexts.h"
+#include "focus/FocusTexts.h"
 #include "ui/TextLabel.h"
 
 #include <QHBoxLayout>
@@ -29,9 +29,9 @@ FocusStepper::FocusStepper(QWidget* parent)
 void FocusStepper::setMinutes(int minutes)
 {
     m_minutes = minutes;
-    m_label->setText(SettingsTexts::focusStepper(minutes));
-    m_decrease->setEnabled(minutes > SettingsTexts::focusMinutesLowest);
-    m_increase->setEnabled(minutes < SettingsTexts::focusMinutesHighest);
+    m_label->setText(FocusTexts::focusStepper(minutes));
+    m_decrease->setEnabled(minutes > FocusTexts::focusMinutesLowest);
+    m_increase->setEnabled(minutes < FocusTexts::focusMinutesHighest);
 }
 
 QString FocusStepper::text() const
@@ -41,7 +41,7 @@ QString FocusStepper::text() const
 
 void FocusStepper::step(int delta)
 {
-    const int next = SettingsTexts::stepFocusMinutes(m_minutes, delta);
+    const int next = FocusTexts::stepFocusMinutes(m_minutes, delta);
     if (next == m_minutes)
         return;
     setMinutes(next);

@@ -1,8 +1,11 @@
 #include "overview/widgets/MiniOverview.h"
 
+#include "devices/DeviceStatus.h"
 #include "devices/DeviceTexts.h"
 #include "focus/FocusTexts.h"
-#include "model/Model.h"
+#include "focus/FocusTimer.h"
+#include "media/NowPlaying.h"
+#include "model/PanelState.h"
 #include "overview/OverviewTexts.h"
 #include "productivity/Productivity.h"
 #include "ui/PanelTheme.h"
@@ -15,8 +18,9 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-MiniOverview::MiniOverview(Model& model, QWidget* parent)
-    : QWidget(parent), m_model(model),
+MiniOverview::MiniOverview(const NowPlaying& nowPlaying, FocusTimer& focus, const DeviceStatus& devices,
+                           PanelState& panel, Productivity& productivity, QWidget* parent)
+    : QWidget(parent), m_nowPlaying(nowPlaying), m_focus(focus), m_devices(devices),
       m_song(new TextLabel(QString(), 13, TextLabel::primary, QFont::DemiBold)),
       m_status(new TextLabel(QString(), 11, TextLabel::secondary)), m_timer(new QPushButton),
       m_search(new SymbolButton(QStringLiteral("magnifyingglass"), OverviewTexts::miniSearchHint(), 32)),
@@ -54,16 +58,19 @@ MiniOverview::MiniOverview(Model& model, QWidget* parent)
     row->addWidget(m_search);
     row->addWidget(m_expand);
 
-    connect(m_timer, &QPushButton::clicked, &model, &Model::toggleTimer);
-    connect(m_search, &SymbolButton::clicked, this, [this] { m_model.setPage(Page::search); });
-    connect(m_expand, &SymbolButton::clicked, this, [this] {
-        m_model.productivity().setMini(false);
+    connect(m_timer, &QPushButton::clicked, &focus, &FocusTimer::toggleTimer);
+    connect(m_search, &SymbolButton::clicked, this, [&panel] { panel.setPage(Page::search); });
+    connect(m_expand, &SymbolButton::clicked, this, [&panel, &productivity] {
+        productivity.setMini(false);
         // Setting the page again lets the panel grow to the full overview.
-        m_model.setPage(Page::home);
+        panel.setPage(Page::home);
     });
-    for (auto signal : {&Model::songChanged, &Model::secondsChanged, &Model::timerRunningChanged,
-                        &Model::batteryChanged, &Model::hasBatteryChanged, &Model::microphoneChanged})
-        connect(&model, signal, this, &MiniOverview::sync);
+    connect(&nowPlaying, &NowPlaying::songChanged, this, &MiniOverview::sync);
+    connect(&focus, &FocusTimer::secondsChanged, this, &MiniOverview::sync);
+    connect(&focus, &FocusTimer::timerRunningChanged, this, &MiniOverview::sync);
+    for (auto signal :
+         {&DeviceStatus::batteryChanged, &DeviceStatus::hasBatteryChanged, &DeviceStatus::microphoneChanged})
+        connect(&devices, signal, this, &MiniOverview::sync);
     sync();
 }
 
@@ -78,11 +85,11 @@ QString MiniOverview::statusText() const
 
 void MiniOverview::sync()
 {
-    m_song->setText(m_model.song());
-    m_status->setText(DeviceTexts::miniBattery(m_model.hasBattery(), m_model.battery()) +
-                      QStringLiteral(" · ") + DeviceTexts::miniMicrophone(m_model.microphone()));
-    m_timer->setText(m_model.timeText());
-    m_timer->setProperty("kind", m_model.timerRunning() ? QStringLiteral("primary") : QString());
+    m_song->setText(m_nowPlaying.song());
+    m_status->setText(DeviceTexts::miniBattery(m_devices.hasBattery(), m_devices.battery()) +
+                      QStringLiteral(" · ") + DeviceTexts::miniMicrophone(m_devices.microphone()));
+    m_timer->setText(m_focus.timeText());
+    m_timer->setProperty("kind", m_focus.timerRunning() ? QStringLiteral("primary") : QString());
     m_timer->style()->unpolish(m_timer);
     m_timer->style()->polish(m_timer);
 }

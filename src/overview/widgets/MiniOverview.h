@@ -2,7 +2,11 @@
 
 #include <QWidget>
 
-class Model;
+class DeviceStatus;
+class FocusTimer;
+class NowPlaying;
+class PanelState;
+class Productivity;
 class QLabel;
 class QPushButton;
 class SymbolButton;
@@ -12,7 +16,8 @@ class MiniOverview : public QWidget
 {
     Q_OBJECT
 public:
-    explicit MiniOverview(Model& model, QWidget* parent = nullptr);
+    MiniOverview(const NowPlaying& nowPlaying, FocusTimer& focus, const DeviceStatus& devices,
+                 PanelState& panel, Productivity& productivity, QWidget* parent = nullptr);
 
     QPushButton* timerButton() const { return m_timer; }
     SymbolButton* searchButton() const { return m_search; }
@@ -23,7 +28,9 @@ public:
 private:
     void sync();
 
-    Model& m_model;
+    const NowPlaying& m_nowPlaying;
+    FocusTimer& m_focus;
+    const DeviceStatus& m_devices;
     QLabel* m_song;
     QLabel* m_status;
     QPushButton* m_timer;

@@ -1,7 +1,7 @@
 #include "productivity/widgets/ShelfPage.h"
 
-#include "model/Model.h"
-#include "overview/OverviewTexts.h"
+#include "productivity/Shelf.h"
+#include "productivity/ShelfTexts.h"
 #include "ui/Card.h"
 #include "ui/SymbolButton.h"
 #include "ui/SymbolLabel.h"
@@ -24,7 +24,7 @@ QWidget* itemRow(const QString& symbol, const QUrl& url)
     auto* glyph = new SymbolLabel(symbol, 16);
     glyph->setProperty("role", QStringLiteral("secondary"));
     layout->addWidget(glyph);
-    auto* name = new TextLabel(OverviewTexts::shelfItemName(url), 13);
+    auto* name = new TextLabel(ShelfTexts::itemName(url), 13);
     name->setObjectName(QStringLiteral("shelfName"));
     name->setToolTip(url.toLocalFile());
     name->setMinimumWidth(40);
@@ -58,8 +58,8 @@ QStringList names(const QVBoxLayout* layout)
 
 } // namespace
 
-ShelfPage::ShelfPage(Model& model, QWidget* parent)
-    : QWidget(parent), m_model(model), m_empty(new QWidget), m_files(new QVBoxLayout), m_apps(new QVBoxLayout)
+ShelfPage::ShelfPage(Shelf& shelf, QWidget* parent)
+    : QWidget(parent), m_shelf(shelf), m_empty(new QWidget), m_files(new QVBoxLayout), m_apps(new QVBoxLayout)
 {
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
@@ -80,22 +80,21 @@ ShelfPage::ShelfPage(Model& model, QWidget* parent)
     auto* tray = new SymbolLabel(QStringLiteral("tray.and.arrow.down"), 30);
     tray->setProperty("role", QStringLiteral("secondary"));
     empty->addWidget(tray, 0, Qt::AlignHCenter);
-    empty->addWidget(new TextLabel(OverviewTexts::shelfEmptyTitle(), 14, TextLabel::primary, QFont::DemiBold),
-                     0, Qt::AlignHCenter);
-    empty->addWidget(new TextLabel(OverviewTexts::shelfEmptyDetail(), 12, TextLabel::secondary), 0,
+    empty->addWidget(new TextLabel(ShelfTexts::emptyTitle(), 14, TextLabel::primary, QFont::DemiBold), 0,
                      Qt::AlignHCenter);
+    empty->addWidget(new TextLabel(ShelfTexts::emptyDetail(), 12, TextLabel::secondary), 0, Qt::AlignHCenter);
     column->addWidget(m_empty);
     m_files->setSpacing(4);
     column->addLayout(m_files);
     column->addSpacing(6);
-    column->addWidget(new TextLabel(OverviewTexts::shelfAppsHeader(), 10, TextLabel::caps));
+    column->addWidget(new TextLabel(ShelfTexts::appsHeader(), 10, TextLabel::caps));
     m_apps->setSpacing(4);
     column->addLayout(m_apps);
     column->addStretch(1);
     scroll->setWidget(content);
 
-    connect(&model, &Model::filesChanged, this, &ShelfPage::rebuild);
-    connect(&model, &Model::appsChanged, this, &ShelfPage::rebuild);
+    connect(&shelf, &Shelf::filesChanged, this, &ShelfPage::rebuild);
+    connect(&shelf, &Shelf::appsChanged, this, &ShelfPage::rebuild);
     rebuild();
 }
 
@@ -116,14 +115,14 @@ void ShelfPage::rebuild()
 {
     clear(m_files);
     clear(m_apps);
-    for (const QUrl& url : m_model.files()) {
+    for (const QUrl& url : m_shelf.files()) {
         QWidget* row = itemRow(QStringLiteral("doc"), url);
         auto* remove = new SymbolButton(QStringLiteral("xmark"), QString(), 24);
         row->layout()->addWidget(remove);
-        connect(remove, &SymbolButton::clicked, this, [this, url] { m_model.removeFile(url); });
+        connect(remove, &SymbolButton::clicked, this, [this, url] { m_shelf.removeFile(url); });
         m_files->addWidget(row);
     }
-    for (const QUrl& url : m_model.apps())
+    for (const QUrl& url : m_shelf.apps())
         m_apps->addWidget(itemRow(QStringLiteral("app"), url));
-    m_empty->setHidden(!m_model.files().isEmpty());
+    m_empty->setHidden(!m_shelf.files().isEmpty());
 }

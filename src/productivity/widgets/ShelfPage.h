@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-class Model;
+class Shelf;
 class QVBoxLayout;
 
 // The "Ablage" page: the files on the shelf with a remove control each, then the favourite apps.
@@ -10,7 +10,7 @@ class ShelfPage : public QWidget
 {
     Q_OBJECT
 public:
-    explicit ShelfPage(Model& model, QWidget* parent = nullptr);
+    explicit ShelfPage(Shelf& shelf, QWidget* parent = nullptr);
 
     // Names as shown, for the files and the apps.
     QStringList fileNames() const;
@@ -20,7 +20,7 @@ public:
 private:
     void rebuild();
 
-    Model& m_model;
+    Shelf& m_shelf;
     QWidget* m_empty;
     QVBoxLayout* m_files;
     QVBoxLayout* m_apps;

@@ -1,6 +1,5 @@
 #include "setup/widgets/OnboardingPane.h"
 
-#include "model/Model.h"
 #include "settings/Preferences.h"
 #include "setup/OnboardingState.h"
 #include "setup/OnboardingTexts.h"
@@ -15,9 +14,10 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
-OnboardingPane::OnboardingPane(Model& model, QWidget* parent)
-    : QWidget(parent), m_model(model), m_header(new QWidget),
-      m_capsules(new StepCapsules(OnboardingTexts::stepCount)),
+OnboardingPane::OnboardingPane(OnboardingState& onboarding, const PermissionStore& permissions,
+                               const Preferences& preferences, QWidget* parent)
+    : QWidget(parent), m_onboarding(onboarding), m_permissions(permissions), m_preferences(preferences),
+      m_header(new QWidget), m_capsules(new StepCapsules(OnboardingTexts::stepCount)),
       m_title(new TextLabel(QString(), 22, TextLabel::primary, QFont::Bold)),
       m_subtitle((new TextLabel(QString(), 13, TextLabel::secondary))->wrapping()),
       m_badge(new TextLabel(QString(), 10, TextLabel::primary, QFont::DemiBold)), m_scroll(new QScrollArea),
@@ -65,21 +65,19 @@ OnboardingPane::OnboardingPane(Model& model, QWidget* parent)
     navigation->addWidget(m_primary);
     column->addLayout(navigation);
 
-    OnboardingState& onboarding = model.onboarding();
     connect(m_primary, &QPushButton::clicked, this, [this] {
-        const int step = m_model.onboarding().step();
+        const int step = m_onboarding.step();
         if (OnboardingTexts::primaryFinishes(step))
-            m_model.finishWelcome();
+            Q_EMIT finishRequested();
         else
-            m_model.onboarding().setStep(step + 1);
+            m_onboarding.setStep(step + 1);
     });
-    connect(m_back, &QPushButton::clicked, this,
-            [this] { m_model.onboarding().setStep(m_model.onboarding().step() - 1); });
-    connect(m_later, &QPushButton::clicked, &model, &Model::finishWelcome);
+    connect(m_back, &QPushButton::clicked, this, [this] { m_onboarding.setStep(m_onboarding.step() - 1); });
+    connect(m_later, &QPushButton::clicked, this, &OnboardingPane::finishRequested);
     connect(&onboarding, &OnboardingState::stepChanged, this, &OnboardingPane::sync);
-    connect(&model, &Model::trustedChanged, this, &OnboardingPane::sync);
-    connect(&model.permissions(), &PermissionStore::screenCaptureChanged, this, &OnboardingPane::sync);
-    connect(&model.preferences(), &Preferences::valuesChanged, this, &OnboardingPane::sync);
+    connect(&permissions, &PermissionStore::accessibilityChanged, this, &OnboardingPane::sync);
+    connect(&permissions, &PermissionStore::screenCaptureChanged, this, &OnboardingPane::sync);
+    connect(&preferences, &Preferences::valuesChanged, this, &OnboardingPane::sync);
     sync();
 }
 
@@ -107,13 +105,12 @@ QWidget* OnboardingPane::stepView() const
 void OnboardingPane::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
-    // Permissions may have changed while the panel was away.
-    m_model.refreshPermissions();
+    Q_EMIT shown();
 }
 
 void OnboardingPane::sync()
 {
-    const int step = m_model.onboarding().step();
+    const int step = m_onboarding.step();
     m_header->setAccessibleName(OnboardingTexts::stepDescription(step));
     m_capsules->setCurrent(step);
     m_title->setText(OnboardingTexts::title(step));
@@ -124,9 +121,8 @@ void OnboardingPane::sync()
     m_back->setHidden(!OnboardingTexts::hasBack(step));
     m_primary->setText(OnboardingTexts::primary(step));
 
-    const auto content =
-        OnboardingTexts::content(step, m_model.trusted(), m_model.permissions().screenCapture(),
-                                 m_model.preferences().values().shortcut);
+    const auto content = OnboardingTexts::content(
+        step, m_permissions.accessibility(), m_permissions.screenCapture(), m_preferences.values().shortcut);
     // setWidget deletes the previous step's view.
     m_scroll->setWidget(new OnboardingStepView(content));
 }

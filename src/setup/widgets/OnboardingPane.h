@@ -2,7 +2,9 @@
 
 #include <QWidget>
 
-class Model;
+class OnboardingState;
+class PermissionStore;
+class Preferences;
 class QLabel;
 class QPushButton;
 class QScrollArea;
@@ -13,7 +15,8 @@ class OnboardingPane : public QWidget
 {
     Q_OBJECT
 public:
-    explicit OnboardingPane(Model& model, QWidget* parent = nullptr);
+    OnboardingPane(OnboardingState& onboarding, const PermissionStore& permissions,
+                   const Preferences& preferences, QWidget* parent = nullptr);
 
     QString titleText() const;
     QString subtitleText() const;
@@ -25,13 +28,21 @@ public:
     QPushButton* laterButton() const { return m_later; }
     QWidget* stepView() const;
 
+Q_SIGNALS:
+    // "Später einrichten", or the last step's primary button.
+    void finishRequested();
+    // The page came into view: permissions may have changed while the panel was away.
+    void shown();
+
 protected:
     void showEvent(QShowEvent* event) override;
 
 private:
     void sync();
 
-    Model& m_model;
+    OnboardingState& m_onboarding;
+    const PermissionStore& m_permissions;
+    const Preferences& m_preferences;
     QWidget* m_header;
     StepCapsules* m_capsules;
     QLabel* m_title;

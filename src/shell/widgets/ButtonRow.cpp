@@ -1,6 +1,8 @@
 #include "shell/widgets/ButtonRow.h"
 
+#include "commands/MenuCommands.h"
 #include "model/Model.h"
+#include "model/PanelState.h"
 #include "productivity/Productivity.h"
 #include "ui/PanelTheme.h"
 #include "ui/Symbol.h"
@@ -53,9 +55,9 @@ ButtonRow::ButtonRow(Model& model, QWidget* parent)
     m_menu->addAction(HeaderButtons::menuSettings(), this, [this] { m_model.setPage(Page::settings); });
     m_menu->addAction(HeaderButtons::menuQuit(), this, [] { QCoreApplication::quit(); });
 
-    connect(&model, &Model::pageChanged, this, &ButtonRow::sync);
-    connect(&model, &Model::commandAppChanged, this, &ButtonRow::sync);
-    connect(&model, &Model::panelPinnedChanged, this, &ButtonRow::sync);
+    connect(&model.panel(), &PanelState::pageChanged, this, &ButtonRow::sync);
+    connect(&model.menuCommands(), &MenuCommands::commandAppChanged, this, &ButtonRow::sync);
+    connect(&model.panel(), &PanelState::panelPinnedChanged, this, &ButtonRow::sync);
     sync();
 }
 
@@ -106,8 +108,7 @@ void ButtonRow::run(HeaderButtons::Action action)
         m_model.setPage(Page::home);
         break;
     case HeaderButtons::close:
-        if (m_model.close)
-            m_model.close();
+        Q_EMIT m_model.close();
         break;
     }
 }
@@ -116,6 +117,6 @@ void ButtonRow::sync()
 {
     const Page page = m_model.page();
     m_title->setText(Pages::title(page).toUpper());
-    m_headline->setText(Pages::headline(page, m_model.commandApp()));
+    m_headline->setText(Pages::headline(page, m_model.menuCommands().commandApp()));
     m_buttons.value(HeaderButtons::pin)->setChecked(m_model.panelPinned());
 }

@@ -1,6 +1,6 @@
 #include "shell/widgets/ControlSettings.h"
 
-#include "model/Model.h"
+#include "model/PanelState.h"
 #include "settings/Preferences.h"
 #include "shell/SettingsTexts.h"
 #include "shell/widgets/DelayRow.h"
@@ -12,8 +12,8 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
-ControlSettings::ControlSettings(Model& model, QWidget* parent)
-    : QWidget(parent), m_model(model), m_leading(new QVBoxLayout),
+ControlSettings::ControlSettings(Preferences& preferences, const PanelState& panel, QWidget* parent)
+    : QWidget(parent), m_preferences(preferences), m_panel(panel),
       m_hover(new ToggleRow(SettingsTexts::hoverToggle())),
       m_openDelay(new DelayRow(SettingsTexts::openDelayLabel(), SettingsTexts::openDelayRange())),
       m_closeDelay(new DelayRow(SettingsTexts::closeDelayLabel(), SettingsTexts::closeDelayRange())),
@@ -24,9 +24,6 @@ ControlSettings::ControlSettings(Model& model, QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
-    m_leading->setContentsMargins(0, 0, 0, 0);
-    m_leading->setSpacing(8);
-    column->addLayout(m_leading);
     column->addWidget(m_hover);
     column->addWidget(m_openDelay);
     column->addWidget(m_closeDelay);
@@ -47,7 +44,7 @@ ControlSettings::ControlSettings(Model& model, QWidget* parent)
     column->addWidget(m_status);
     column->addStretch(1);
 
-    auto edit = [this](auto change) { m_model.preferences().update(change); };
+    auto edit = [this](auto change) { m_preferences.update(change); };
     connect(m_hover, &ToggleRow::toggled, this,
             [edit](bool on) { edit([on](PreferenceValues& v) { v.hover = on; }); });
     connect(m_openDelay, &DelayRow::secondsChanged, this,
@@ -63,8 +60,8 @@ ControlSettings::ControlSettings(Model& model, QWidget* parent)
         if (shortcut)
             edit([shortcut](PreferenceValues& v) { v.shortcut = *shortcut; });
     });
-    connect(&model.preferences(), &Preferences::valuesChanged, this, &ControlSettings::sync);
-    connect(&model, &Model::hotkeyStatusChanged, this, &ControlSettings::sync);
+    connect(&preferences, &Preferences::valuesChanged, this, &ControlSettings::sync);
+    connect(&panel, &PanelState::hotkeyStatusChanged, this, &ControlSettings::sync);
     sync();
 }
 
@@ -75,7 +72,7 @@ QString ControlSettings::shortcutStatus() const
 
 void ControlSettings::sync()
 {
-    const PreferenceValues& values = m_model.preferences().values();
+    const PreferenceValues& values = m_preferences.values();
     m_hover->setState(values.hover);
     m_openDelay->setSeconds(values.openDelay);
     m_closeDelay->setSeconds(values.closeDelay);
@@ -85,6 +82,6 @@ void ControlSettings::sync()
         const QSignalBlocker blocker(m_shortcut);
         m_shortcut->setCurrentIndex(m_shortcut->findData(HistoryShortcuts::rawValue(values.shortcut)));
     }
-    m_status->setText(m_model.hotkeyStatus());
-    m_status->setVisible(!m_model.hotkeyStatus().isEmpty());
+    m_status->setText(m_panel.hotkeyStatus());
+    m_status->setVisible(!m_panel.hotkeyStatus().isEmpty());
 }

@@ -3,10 +3,10 @@
 #include <QWidget>
 
 class DelayRow;
-class Model;
+class PanelState;
+class Preferences;
 class QComboBox;
 class QLabel;
-class QVBoxLayout;
 class ToggleRow;
 
 // Settings section "Bedienung": hover, its delays, the Command overlay and the history shortcut.
@@ -14,7 +14,7 @@ class ControlSettings : public QWidget
 {
     Q_OBJECT
 public:
-    explicit ControlSettings(Model& model, QWidget* parent = nullptr);
+    ControlSettings(Preferences& preferences, const PanelState& panel, QWidget* parent = nullptr);
 
     ToggleRow* hoverRow() const { return m_hover; }
     DelayRow* openDelayRow() const { return m_openDelay; }
@@ -23,14 +23,12 @@ public:
     DelayRow* commandDelayRow() const { return m_commandDelay; }
     QComboBox* shortcutPicker() const { return m_shortcut; }
     QString shortcutStatus() const;
-    // The track toast and the login item join above the hover settings.
-    QVBoxLayout* leadingArea() const { return m_leading; }
 
 private:
     void sync();
 
-    Model& m_model;
-    QVBoxLayout* m_leading;
+    Preferences& m_preferences;
+    const PanelState& m_panel;
     ToggleRow* m_hover;
     DelayRow* m_openDelay;
     DelayRow* m_closeDelay;

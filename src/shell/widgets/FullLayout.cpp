@@ -1,22 +1,22 @@
 #include "shell/widgets/FullLayout.h"
 
-#include "clipboard/widgets/HistoryPage.h"
-#include "focus/widgets/ActivityPage.h"
+#include "commands/MenuCommands.h"
+#include "common/StatusMessage.h"
 #include "model/Model.h"
-#include "overview/widgets/OverviewPage.h"
-#include "productivity/widgets/ShelfPage.h"
+#include "model/PanelState.h"
 #include "shell/widgets/ButtonRow.h"
+#include "shell/widgets/PageRegistry.h"
 #include "shell/widgets/PlaceholderPage.h"
-#include "shell/widgets/SettingsPane.h"
 #include "shell/widgets/StatusLineView.h"
 #include "shell/widgets/TabBar.h"
 #include "ui/LayoutRefresh.h"
 
 #include <QVBoxLayout>
 
-FullLayout::FullLayout(Model& model, QWidget* parent)
-    : QWidget(parent), m_model(model), m_buttons(new ButtonRow(model)), m_tabs(new TabBar(model)),
-      m_pageArea(new QVBoxLayout), m_status(new StatusLineView(model))
+FullLayout::FullLayout(Model& model, const PageRegistry& pages, QWidget* parent)
+    : QWidget(parent), m_model(model), m_registry(pages), m_buttons(new ButtonRow(model)),
+      m_tabs(new TabBar(model.panel())), m_pageArea(new QVBoxLayout),
+      m_status(new StatusLineView(model.statusMessage(), model.preferences()))
 {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -27,7 +27,7 @@ FullLayout::FullLayout(Model& model, QWidget* parent)
     m_pageArea->setSpacing(0);
     column->addLayout(m_pageArea, 1);
     column->addWidget(m_status);
-    connect(&model, &Model::pageChanged, this, &FullLayout::showPage);
+    connect(&model.panel(), &PanelState::pageChanged, this, &FullLayout::showPage);
     showPage();
 }
 
@@ -47,27 +47,16 @@ QWidget* FullLayout::page(Page page)
 
 QWidget* FullLayout::build(Page page)
 {
-    switch (page) {
-    case Page::home:
-        return new OverviewPage(m_model);
-    case Page::settings:
-        return new SettingsPane(m_model);
-    case Page::events:
-        return new ActivityPage(m_model);
-    case Page::shelf:
-        return new ShelfPage(m_model);
-    case Page::clipboard:
-        return new HistoryPage(m_model);
-    case Page::commands: {
-        auto* placeholder = new PlaceholderPage(page, m_model.commandApp());
-        connect(&m_model, &Model::commandAppChanged, placeholder,
-                [this, placeholder] { placeholder->setHeadline(m_model.commandApp()); });
-        return placeholder;
+    if (QWidget* registered = m_registry.makePage(page))
+        return registered;
+    // A page whose area is not built yet shows what it will be.
+    const MenuCommands& commands = m_model.menuCommands();
+    auto* placeholder = new PlaceholderPage(page, Pages::headline(page, commands.commandApp()));
+    if (page == Page::commands) {
+        connect(&commands, &MenuCommands::commandAppChanged, placeholder,
+                [placeholder, &commands] { placeholder->setHeadline(commands.commandApp()); });
     }
-    default:
-        // Pages whose content arrives with their own stores show what they are until then.
-        return new PlaceholderPage(page, Pages::headline(page, m_model.commandApp()));
-    }
+    return placeholder;
 }
 
 void FullLayout::showPage()

@@ -7,6 +7,7 @@
 
 class ButtonRow;
 class Model;
+class PageRegistry;
 class QVBoxLayout;
 class StatusLineView;
 class TabBar;
@@ -16,7 +17,7 @@ class FullLayout : public QWidget
 {
     Q_OBJECT
 public:
-    explicit FullLayout(Model& model, QWidget* parent = nullptr);
+    FullLayout(Model& model, const PageRegistry& pages, QWidget* parent = nullptr);
 
     ButtonRow* buttonRow() const { return m_buttons; }
     TabBar* tabBar() const { return m_tabs; }
@@ -30,6 +31,7 @@ private:
     void showPage();
 
     Model& m_model;
+    const PageRegistry& m_registry;
     ButtonRow* m_buttons;
     TabBar* m_tabs;
     QVBoxLayout* m_pageArea;

@@ -4,31 +4,27 @@
 
 #include <QWidget>
 
-class MicrophoneDot;
-class Model;
+class Clock;
+class PageRegistry;
 class QLabel;
-class QPushButton;
 
-// The top row of the open panel: the weather header, the microphone dot and the clock.
+// The top row of the open panel: the areas' header items (the place and weather at the leading
+// side, the microphone dot before the clock) and the clock.
 class HeaderRow : public QWidget
 {
     Q_OBJECT
 public:
-    explicit HeaderRow(Model& model, QWidget* parent = nullptr);
+    HeaderRow(Clock& clock, Scheduler& scheduler, const PageRegistry& pages, QWidget* parent = nullptr);
 
     QString timeText() const;
     QString dateText() const;
     QString fullDateText() const;
-    MicrophoneDot* microphoneDot() const { return m_dot; }
-    QPushButton* weatherButton() const { return m_weather; }
 
 private:
     // Redraws the clock and waits for the next minute boundary.
     void tick();
 
-    Model& m_model;
-    QPushButton* m_weather;
-    MicrophoneDot* m_dot;
+    Clock& m_clock;
     QLabel* m_time;
     QLabel* m_date;
     ScheduledWork m_nextMinute;

@@ -1,15 +1,14 @@
 #include "shell/widgets/RootView.h"
 
 #include "model/Model.h"
-#include "overview/widgets/MiniOverview.h"
+#include "model/PanelState.h"
 #include "productivity/Productivity.h"
 #include "settings/Preferences.h"
-#include "setup/widgets/OnboardingPane.h"
 #include "shell/NotchGeometry.h"
 #include "shell/PanelShape.h"
-#include "shell/widgets/ButtonRow.h"
 #include "shell/widgets/FullLayout.h"
 #include "shell/widgets/HeaderRow.h"
+#include "shell/widgets/PageRegistry.h"
 #include "shell/widgets/WelcomeGlow.h"
 #include "ui/LayoutRefresh.h"
 #include "ui/PanelTheme.h"
@@ -36,9 +35,15 @@ constexpr int sideMargin = 20;
 constexpr int topMargin = 5;
 constexpr int bottomMargin = 11;
 
+// A state whose area is not part of this build shows an empty frame rather than nothing at all.
+QWidget* orEmpty(QWidget* widget)
+{
+    return widget ? widget : new QWidget;
+}
+
 } // namespace
 
-RootView::RootView(Model& model, QWidget* parent) : QWidget(parent), m_model(model)
+RootView::RootView(Model& model, const PageRegistry& pages, QWidget* parent) : QWidget(parent), m_model(model)
 {
     // The resources sit in a static library: only a call pulls them into the program.
     Q_INIT_RESOURCE(brenlow);
@@ -48,14 +53,14 @@ RootView::RootView(Model& model, QWidget* parent) : QWidget(parent), m_model(mod
     setAcceptDrops(true);
     setAttribute(Qt::WA_OpaquePaintEvent, false);
 
-    m_glow = new WelcomeGlow(model, this);
+    m_glow = new WelcomeGlow(model.panel(), this);
     m_framed = new QWidget(this);
     // Built inside the styled frame, so every control is measured with the panel's style sheet.
     auto* column = new QVBoxLayout(m_framed);
-    m_header = new HeaderRow(model, m_framed);
-    m_onboarding = new OnboardingPane(model, m_framed);
-    m_mini = new MiniOverview(model, m_framed);
-    m_full = new FullLayout(model, m_framed);
+    m_header = new HeaderRow(model.platform().clock, model.platform().scheduler, pages, m_framed);
+    m_onboarding = orEmpty(pages.makePage(Page::onboarding));
+    m_mini = orEmpty(pages.makeMiniOverview());
+    m_full = new FullLayout(model, pages, m_framed);
     column->setContentsMargins(sideMargin, topMargin, sideMargin, bottomMargin);
     column->setSpacing(6);
     column->addWidget(m_header);
@@ -63,9 +68,10 @@ RootView::RootView(Model& model, QWidget* parent) : QWidget(parent), m_model(mod
     column->addWidget(m_mini, 1);
     column->addWidget(m_full, 1);
 
-    connect(&model, &Model::introActiveChanged, this, &RootView::refresh);
-    connect(&model, &Model::expandedChanged, this, &RootView::refresh);
-    connect(&model, &Model::pageChanged, this, &RootView::refresh);
+    const PanelState& panel = model.panel();
+    connect(&panel, &PanelState::introActiveChanged, this, &RootView::refresh);
+    connect(&panel, &PanelState::expandedChanged, this, &RootView::refresh);
+    connect(&panel, &PanelState::pageChanged, this, &RootView::refresh);
     connect(&model.productivity(), &Productivity::miniChanged, this, &RootView::refresh);
     connect(&model.preferences(), &Preferences::valuesChanged, this, &RootView::place);
     refresh();
@@ -102,7 +108,7 @@ void RootView::place()
     // The content is laid out at the size the panel is heading for and clipped while the window
     // animates towards it, so nothing reflows mid-animation. A page wider than that overflows on
     // its own instead of pushing the header and the status line out of the panel.
-    PanelState state;
+    PanelSizeInputs state;
     state.expanded = true;
     state.page = m_model.page();
     state.mini = m_model.productivity().mini();
@@ -171,8 +177,7 @@ void RootView::dropEvent(QDropEvent* event)
         event->ignore();
         return;
     }
-    if (m_model.show)
-        m_model.show(Page::shelf);
+    Q_EMIT m_model.show(Page::shelf);
     // One at a time, as each item arrives; the model skips what is not a file.
     for (const QUrl& url : event->mimeData()->urls())
         m_model.addFiles({url});

@@ -6,9 +6,8 @@
 
 class FullLayout;
 class HeaderRow;
-class MiniOverview;
 class Model;
-class OnboardingPane;
+class PageRegistry;
 class WelcomeGlow;
 
 // The panel's content: decides from the model what the panel shows and paints its black shape.
@@ -17,7 +16,7 @@ class RootView : public QWidget
 {
     Q_OBJECT
 public:
-    explicit RootView(Model& model, QWidget* parent = nullptr);
+    RootView(Model& model, const PageRegistry& pages, QWidget* parent = nullptr);
 
     PanelContent::Kind content() const { return m_content; }
     // A file drag is over the panel.
@@ -25,8 +24,8 @@ public:
 
     HeaderRow* header() const { return m_header; }
     FullLayout* fullLayout() const { return m_full; }
-    MiniOverview* miniOverview() const { return m_mini; }
-    OnboardingPane* onboardingPane() const { return m_onboarding; }
+    QWidget* miniOverview() const { return m_mini; }
+    QWidget* onboardingPane() const { return m_onboarding; }
     WelcomeGlow* welcomeGlow() const { return m_glow; }
     // The smallest size at which the current content shows without clipping.
     QSize contentMinimum() const;
@@ -53,7 +52,7 @@ private:
     WelcomeGlow* m_glow;
     QWidget* m_framed;
     HeaderRow* m_header;
-    OnboardingPane* m_onboarding;
-    MiniOverview* m_mini;
+    QWidget* m_onboarding;
+    QWidget* m_mini;
     FullLayout* m_full;
 };

@@ -1,10 +1,8 @@
 #include "shell/widgets/SettingsPane.h"
 
-#include "focus/widgets/FocusDataSettings.h"
-#include "model/Model.h"
+#include "model/PanelState.h"
 #include "shell/SettingsTexts.h"
-#include "shell/widgets/ControlSettings.h"
-#include "shell/widgets/ViewSettings.h"
+#include "shell/widgets/PageRegistry.h"
 #include "ui/LayoutRefresh.h"
 #include "ui/SegmentedControl.h"
 #include "ui/TextLabel.h"
@@ -15,11 +13,10 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
-SettingsPane::SettingsPane(Model& model, QWidget* parent)
-    : QWidget(parent), m_model(model),
+SettingsPane::SettingsPane(PanelState& panel, const PageRegistry& pages, QWidget* parent)
+    : QWidget(parent), m_panel(panel),
       m_switcher(new SegmentedControl(SettingsTexts::sections(), SettingsTexts::switcherName())),
-      m_scroll(new QScrollArea), m_view(new ViewSettings(model)), m_control(new ControlSettings(model)),
-      m_focusData(new FocusDataSettings(model)), m_quit(new QPushButton(SettingsTexts::quit()))
+      m_scroll(new QScrollArea), m_quit(new QPushButton(SettingsTexts::quit()))
 {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -33,19 +30,12 @@ SettingsPane::SettingsPane(Model& model, QWidget* parent)
     stack->setContentsMargins(2, 4, 10, 4);
     stack->setSpacing(0);
     for (const QString& name : SettingsTexts::sections()) {
-        QWidget* section = nullptr;
-        if (name == QLatin1String("Ansicht"))
-            section = m_view;
-        else if (name == QLatin1String("Bedienung"))
-            section = m_control;
-        else if (name == QLatin1String("Fokus & Daten"))
-            section = m_focusData;
-        else {
-            section = new QWidget;
-            auto* empty = new QVBoxLayout(section);
-            empty->setContentsMargins(0, 0, 0, 0);
-            empty->setSpacing(8);
-        }
+        auto* section = new QWidget;
+        auto* pieces = new QVBoxLayout(section);
+        pieces->setContentsMargins(0, 0, 0, 0);
+        pieces->setSpacing(8);
+        for (QWidget* piece : pages.makeSettings(name))
+            pieces->addWidget(piece);
         m_sections.insert(name, section);
         stack->addWidget(section);
     }
@@ -65,16 +55,10 @@ SettingsPane::SettingsPane(Model& model, QWidget* parent)
     column->addLayout(footer);
 
     connect(m_switcher, &SegmentedControl::chosen, this,
-            [this](const QString& section) { m_model.setSettingsSection(section); });
-    connect(&model, &Model::settingsSectionChanged, this, &SettingsPane::showSection);
+            [this](const QString& section) { m_panel.setSettingsSection(section); });
+    connect(&panel, &PanelState::settingsSectionChanged, this, &SettingsPane::showSection);
     connect(m_quit, &QPushButton::clicked, this, [] { QCoreApplication::quit(); });
     showSection();
-}
-
-QVBoxLayout* SettingsPane::sectionColumn(const QString& section) const
-{
-    QWidget* widget = m_sections.value(section);
-    return widget ? qobject_cast<QVBoxLayout*>(widget->layout()) : nullptr;
 }
 
 QWidget* SettingsPane::visibleSection() const
@@ -88,7 +72,7 @@ QWidget* SettingsPane::visibleSection() const
 
 void SettingsPane::showSection()
 {
-    const QString current = m_model.settingsSection();
+    const QString current = m_panel.settingsSection();
     m_switcher->setCurrent(current);
     // An unknown name falls back to the first section the model starts with.
     const QString shown = m_sections.contains(current) ? current : QStringLiteral("Ansicht");

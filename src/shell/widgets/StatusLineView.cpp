@@ -1,14 +1,15 @@
 #include "shell/widgets/StatusLineView.h"
 
-#include "model/Model.h"
+#include "common/StatusMessage.h"
 #include "settings/Preferences.h"
 #include "shell/StatusLine.h"
 #include "ui/TextLabel.h"
 
 #include <QHBoxLayout>
 
-StatusLineView::StatusLineView(Model& model, QWidget* parent)
-    : QWidget(parent), m_model(model), m_text(new TextLabel(QString(), 11, TextLabel::secondary)),
+StatusLineView::StatusLineView(const StatusMessage& message, const Preferences& preferences, QWidget* parent)
+    : QWidget(parent), m_message(message), m_preferences(preferences),
+      m_text(new TextLabel(QString(), 11, TextLabel::secondary)),
       m_trailing(new TextLabel(StatusLine::trailing(), 9, TextLabel::caps))
 {
     auto* row = new QHBoxLayout(this);
@@ -17,8 +18,8 @@ StatusLineView::StatusLineView(Model& model, QWidget* parent)
     m_text->setMinimumWidth(40);
     row->addWidget(m_text, 1);
     row->addWidget(m_trailing);
-    connect(&model, &Model::messageChanged, this, &StatusLineView::sync);
-    connect(&model.preferences(), &Preferences::valuesChanged, this, &StatusLineView::sync);
+    connect(&message, &StatusMessage::textChanged, this, &StatusLineView::sync);
+    connect(&preferences, &Preferences::valuesChanged, this, &StatusLineView::sync);
     sync();
 }
 
@@ -33,7 +34,7 @@ QString StatusLineView::trailingText() const
 
 void StatusLineView::sync()
 {
-    const QString text = StatusLine::text(m_model.message(), m_model.preferences().values().shortcut);
+    const QString text = StatusLine::text(m_message.text(), m_preferences.values().shortcut);
     m_text->setText(text);
     m_text->setToolTip(text);
 }

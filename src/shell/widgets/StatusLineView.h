@@ -2,7 +2,8 @@
 
 #include <QWidget>
 
-class Model;
+class Preferences;
+class StatusMessage;
 class QLabel;
 
 // The status line under the page: the model's message or the shortcuts, and the product name.
@@ -10,7 +11,7 @@ class StatusLineView : public QWidget
 {
     Q_OBJECT
 public:
-    explicit StatusLineView(Model& model, QWidget* parent = nullptr);
+    StatusLineView(const StatusMessage& message, const Preferences& preferences, QWidget* parent = nullptr);
 
     QString text() const;
     QString trailingText() const;
@@ -18,7 +19,8 @@ public:
 private:
     void sync();
 
-    Model& m_model;
+    const StatusMessage& m_message;
+    const Preferences& m_preferences;
     QLabel* m_text;
     QLabel* m_trailing;
 };

@@ -1,13 +1,13 @@
 #include "shell/widgets/TabBar.h"
 
-#include "model/Model.h"
+#include "model/PanelState.h"
 #include "ui/PanelTheme.h"
 #include "ui/SymbolButton.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
 
-TabBar::TabBar(Model& model, QWidget* parent) : QWidget(parent), m_model(model)
+TabBar::TabBar(PanelState& panel, QWidget* parent) : QWidget(parent), m_panel(panel)
 {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(4, 3, 4, 3);
@@ -21,11 +21,11 @@ TabBar::TabBar(Model& model, QWidget* parent) : QWidget(parent), m_model(model)
         m_tabs.insert(page, tab);
         row->addWidget(tab);
         connect(tab, &SymbolButton::clicked, this, [this, page] {
-            m_model.setPage(page);
+            m_panel.setPage(page);
             sync();
         });
     }
-    connect(&model, &Model::pageChanged, this, &TabBar::sync);
+    connect(&panel, &PanelState::pageChanged, this, &TabBar::sync);
     sync();
 }
 
@@ -50,5 +50,5 @@ void TabBar::paintEvent(QPaintEvent*)
 void TabBar::sync()
 {
     for (auto it = m_tabs.cbegin(); it != m_tabs.cend(); ++it)
-        it.value()->setChecked(it.key() == m_model.page());
+        it.value()->setChecked(it.key() == m_panel.page());
 }

@@ -5,7 +5,7 @@
 #include <QMap>
 #include <QWidget>
 
-class Model;
+class PanelState;
 class SymbolButton;
 
 // The seven tabs in their order; the current page's tab is marked.
@@ -13,7 +13,7 @@ class TabBar : public QWidget
 {
     Q_OBJECT
 public:
-    explicit TabBar(Model& model, QWidget* parent = nullptr);
+    explicit TabBar(PanelState& panel, QWidget* parent = nullptr);
 
     SymbolButton* tab(Page page) const { return m_tabs.value(page); }
     // The marked tab, or nothing on a page without one.
@@ -25,6 +25,6 @@ protected:
 private:
     void sync();
 
-    Model& m_model;
+    PanelState& m_panel;
     QMap<Page, SymbolButton*> m_tabs;
 };

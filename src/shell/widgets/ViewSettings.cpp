@@ -47,10 +47,7 @@ ViewSettings::ViewSettings(Model& model, QWidget* parent)
         column->addWidget(row);
     column->addStretch(1);
 
-    connect(m_replay, &QPushButton::clicked, this, [this] {
-        if (m_model.startWelcome)
-            m_model.startWelcome();
-    });
+    connect(m_replay, &QPushButton::clicked, this, [this] { Q_EMIT m_model.startWelcome(); });
     connect(m_mini, &ToggleRow::toggled, this, [this](bool on) { m_model.productivity().setMini(on); });
     connect(m_rememberPage, &ToggleRow::toggled, this, [this](bool on) {
         m_model.preferences().update([on](PreferenceValues& values) { values.rememberPage = on; });

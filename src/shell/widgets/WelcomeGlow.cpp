@@ -1,6 +1,6 @@
 #include "shell/widgets/WelcomeGlow.h"
 
-#include "model/Model.h"
+#include "model/PanelState.h"
 #include "shell/PanelShape.h"
 #include "ui/PanelTheme.h"
 
@@ -8,8 +8,8 @@
 #include <QPainter>
 #include <QVariantAnimation>
 
-WelcomeGlow::WelcomeGlow(Model& model, QWidget* parent)
-    : QWidget(parent), m_model(model), m_turn(new QVariantAnimation(this))
+WelcomeGlow::WelcomeGlow(PanelState& panel, QWidget* parent)
+    : QWidget(parent), m_panel(panel), m_turn(new QVariantAnimation(this))
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     m_turn->setStartValue(0.0);
@@ -43,8 +43,8 @@ void WelcomeGlow::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const qreal notchWidth = std::min<qreal>(m_model.notchWidth(), width());
-    const qreal notchHeight = std::min<qreal>(m_model.notchHeight(), height());
+    const qreal notchWidth = std::min<qreal>(m_panel.notchWidth(), width());
+    const qreal notchHeight = std::min<qreal>(m_panel.notchHeight(), height());
     const QRectF notch((width() - notchWidth) / 2, 0, notchWidth, notchHeight);
     const QPainterPath shape = PanelShape::path(notch, PanelShape::radiusFor(notch.size()));
 

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-class Model;
+class PanelState;
 class QVariantAnimation;
 
 // The first-run greeting: a soft coloured light circling the notch while the intro runs.
@@ -10,7 +10,7 @@ class WelcomeGlow : public QWidget
 {
     Q_OBJECT
 public:
-    explicit WelcomeGlow(Model& model, QWidget* parent = nullptr);
+    explicit WelcomeGlow(PanelState& panel, QWidget* parent = nullptr);
 
     bool isAnimating() const;
 
@@ -20,7 +20,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
-    Model& m_model;
+    PanelState& m_panel;
     QVariantAnimation* m_turn;
     qreal m_phase = 0;
 };

@@ -1,10 +1,10 @@
-// Clipboard capture: the model's members that feed and edit the history.
-#include "model/Model.h"
+#include "clipboard/ClipboardHistory.h"
 
 #include "clipboard/ClipboardArchive.h"
 #include "common/Clock.h"
 #include "platform/Pasteboard.h"
 #include "productivity/Productivity.h"
+#include "settings/Defaults.h"
 
 #include <algorithm>
 
@@ -46,36 +46,59 @@ qint64 utf8Length(QStringView text, qint64 limit)
 }
 } // namespace
 
-void Model::openHistory(std::optional<QString> historyPath, bool startServices)
+ClipboardHistory::ClipboardHistory(Defaults& defaults, Pasteboard& clipboard, Clock& clock,
+                                   Productivity& productivity, const std::optional<QString>& historyPath,
+                                   QObject* parent)
+    : QObject(parent), m_defaults(defaults), m_clipboard(clipboard), m_clock(clock),
+      m_productivity(productivity), m_pasteCount(clipboard.changeCount())
 {
-    if (startServices) {
-        // Capture at once when the clipboard signals a change, besides the heartbeat. Queued, so
-        // a signal raised inside our own copy-back runs after copyBack has taken the new count.
-        connect(&m_clipboard, &Pasteboard::changed, this, &Model::pollClipboard, Qt::QueuedConnection);
-    }
-    if (!historyPath && startServices)
-        historyPath = ClipboardArchive::localPath();
+    open(historyPath);
+    m_recording = defaults.boolValue(QString::fromLatin1(recordingKey)).value_or(true);
+}
+
+ClipboardHistory::~ClipboardHistory() = default;
+
+void ClipboardHistory::watchClipboard()
+{
+    if (m_watching)
+        return;
+    m_watching = true;
+    // Queued, so a signal raised inside our own copy-back runs after copyBack has taken the count.
+    connect(&m_clipboard, &Pasteboard::changed, this, &ClipboardHistory::pollClipboard, Qt::QueuedConnection);
+}
+
+void ClipboardHistory::open(const std::optional<QString>& historyPath)
+{
     try {
         m_archive = std::make_unique<ClipboardArchive>(historyPath);
         QList<Clip> clips = m_archive->load();
-        for (const QString& pin : m_productivity->pins()) {
+        for (const QString& pin : m_productivity.pins()) {
             const bool known =
                 std::any_of(clips.cbegin(), clips.cend(), [&](const Clip& c) { return c.text == pin; });
             if (known)
                 continue;
-            Clip clip{QUuid::createUuid(), pin, m_platform.clock.now()};
+            Clip clip{QUuid::createUuid(), pin, m_clock.now()};
             m_archive->save(clip);
             clips.append(clip);
         }
-        setClips(std::move(clips));
+        m_clips = std::move(clips);
     } catch (const std::exception&) {
         // A file we cannot read is never written in this run.
         m_archive.reset();
-        setHistoryStorageError(openFailed);
+        m_historyStorageError = openFailed;
     }
 }
 
-void Model::pollClipboard()
+void ClipboardHistory::setRecording(bool recording)
+{
+    m_defaults.setBool(QString::fromLatin1(recordingKey), recording);
+    if (m_recording == recording)
+        return;
+    m_recording = recording;
+    Q_EMIT recordingChanged();
+}
+
+void ClipboardHistory::pollClipboard()
 {
     const qint64 count = m_clipboard.changeCount();
     if (count == m_pasteCount)
@@ -95,7 +118,7 @@ void Model::pollClipboard()
     const auto existing =
         std::find_if(m_clips.cbegin(), m_clips.cend(), [&](const Clip& c) { return c.text == *text; });
     const qsizetype index = existing != m_clips.cend() ? std::distance(m_clips.cbegin(), existing) : -1;
-    const Clip clip{index >= 0 ? existing->id : QUuid::createUuid(), *text, m_platform.clock.now()};
+    const Clip clip{index >= 0 ? existing->id : QUuid::createUuid(), *text, m_clock.now()};
     if (!m_archive)
         return;
     try {
@@ -110,34 +133,42 @@ void Model::pollClipboard()
         const auto first = m_clips.begin();
         std::rotate(first, first + index, first + index + 1);
         m_clips.first() = clip;
+        Q_EMIT clipMoved(int(index));
     } else {
         m_clips.prepend(clip);
+        Q_EMIT clipInserted();
     }
     Q_EMIT clipsChanged();
     setHistoryStorageError(QString());
 }
 
-void Model::deleteClip(const Clip& clip)
+void ClipboardHistory::deleteClip(const Clip& clip)
 {
     if (!m_archive)
         return;
+    // Copied first: `clip` may be a reference into the list that is about to change.
+    const QString text = clip.text;
     try {
-        m_archive->remove(clip.text);
+        m_archive->remove(text);
     } catch (const std::exception&) {
         setHistoryStorageError(deleteFailed);
         return;
     }
-    // Copied first: `clip` may be a reference into the list that is about to change.
-    const QString text = clip.text;
-    m_clips.removeIf([&](const Clip& c) { return c.text == text; });
-    Q_EMIT clipsChanged();
-    QStringList pins = m_productivity->pins();
-    pins.removeAll(text);
-    m_productivity->setPins(pins);
+    const auto found =
+        std::find_if(m_clips.cbegin(), m_clips.cend(), [&](const Clip& c) { return c.text == text; });
+    if (found != m_clips.cend()) {
+        const int index = int(std::distance(m_clips.cbegin(), found));
+        m_clips.removeAt(index);
+        Q_EMIT clipRemoved(index);
+        Q_EMIT clipsChanged();
+    }
+    QStringList pins = m_productivity.pins();
+    if (pins.removeAll(text) > 0)
+        m_productivity.setPins(pins);
     setHistoryStorageError(QString());
 }
 
-void Model::clearHistory()
+void ClipboardHistory::clearHistory()
 {
     if (!m_archive)
         return;
@@ -147,28 +178,26 @@ void Model::clearHistory()
         setHistoryStorageError(clearFailed);
         return;
     }
-    setClips({});
-    m_productivity->setPins({});
+    m_clips.clear();
+    Q_EMIT clipsReset();
+    Q_EMIT clipsChanged();
+    m_productivity.setPins({});
     setHistoryStorageError(QString());
 }
 
-void Model::copyBack(const Clip& clip)
+void ClipboardHistory::copyBack(const Clip& clip)
 {
     m_clipboard.clearAndWriteString(clip.text);
     // The pasteboard's count has moved synchronously with the write; taking it here is what
     // keeps the write (and the X server's later echo of it) out of the history.
     m_pasteCount = m_clipboard.changeCount();
-    if (close)
-        close();
+    Q_EMIT copiedBack();
 }
 
-void Model::setClips(QList<Clip> clips)
+void ClipboardHistory::setHistoryStorageError(const QString& error)
 {
-    m_clips = std::move(clips);
-    Q_EMIT clipsChanged();
-}
-
-void Model::setHistoryStorageError(const QString& error)
-{
-    assign(m_historyStorageError, error, &Model::historyStorageErrorChanged);
+    if (m_historyStorageError == error)
+        return;
+    m_historyStorageError = error;
+    Q_EMIT historyStorageErrorChanged();
 }

@@ -1,14 +1,14 @@
-#include "media/widgets/MusicPlaceholder.h"
+#include "media/widgets/MusicCard.h"
 
-#include "model/Model.h"
+#include "media/NowPlaying.h"
 #include "ui/SymbolLabel.h"
 #include "ui/TextLabel.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-MusicPlaceholder::MusicPlaceholder(Model& model, QWidget* parent)
-    : Card(parent), m_model(model), m_song(new TextLabel(QString(), 15, TextLabel::primary, QFont::DemiBold)),
+MusicCard::MusicCard(const NowPlaying& nowPlaying, QWidget* parent)
+    : Card(parent), m_nowPlaying(nowPlaying), m_song(new TextLabel(QString(), 15, TextLabel::primary, QFont::DemiBold)),
       m_artist(new TextLabel(QString(), 12, TextLabel::secondary)),
       m_status((new TextLabel(QString(), 11, TextLabel::secondary))->wrapping())
 {
@@ -35,15 +35,15 @@ MusicPlaceholder::MusicPlaceholder(Model& model, QWidget* parent)
     for (QLabel* label : {m_song, m_artist})
         label->setMinimumWidth(60);
 
-    connect(&model, &Model::songChanged, this, &MusicPlaceholder::sync);
-    connect(&model, &Model::artistChanged, this, &MusicPlaceholder::sync);
-    connect(&model, &Model::mediaStatusChanged, this, &MusicPlaceholder::sync);
+    connect(&nowPlaying, &NowPlaying::songChanged, this, &MusicCard::sync);
+    connect(&nowPlaying, &NowPlaying::artistChanged, this, &MusicCard::sync);
+    connect(&nowPlaying, &NowPlaying::mediaStatusChanged, this, &MusicCard::sync);
     sync();
 }
 
-void MusicPlaceholder::sync()
+void MusicCard::sync()
 {
-    m_song->setText(m_model.song());
-    m_artist->setText(m_model.artist());
-    m_status->setText(m_model.mediaStatus());
+    m_song->setText(m_nowPlaying.song());
+    m_artist->setText(m_nowPlaying.artist());
+    m_status->setText(m_nowPlaying.mediaStatus());
 }

@@ -1,7 +1,7 @@
-// The focus timer and the activity list: the model's members for both.
-#include "model/Model.h"
+#include "focus/FocusTimer.h"
 
 #include "common/Clock.h"
+#include "focus/ActivityLog.h"
 #include "platform/Sound.h"
 #include "settings/Defaults.h"
 #include "settings/Preferences.h"
@@ -15,7 +15,6 @@ const QString savedSecondsKey = QStringLiteral("focus.savedSeconds");
 const QString savedDeadlineKey = QStringLiteral("focus.savedDeadline");
 const QString resumeDeadlineKey = QStringLiteral("focus.resumeDeadline");
 const QString resumeDurationKey = QStringLiteral("focus.resumeDuration");
-const QString noticesKey = QStringLiteral("notices.v1");
 
 // Seconds until `deadline`, rounded up to whole seconds and never negative.
 qint64 secondsUntil(const QDateTime& now, const QDateTime& deadline)
@@ -25,7 +24,15 @@ qint64 secondsUntil(const QDateTime& now, const QDateTime& deadline)
 }
 } // namespace
 
-void Model::setDuration(qint64 minutes)
+FocusTimer::FocusTimer(Defaults& defaults, Clock& clock, Sound& sound, const Preferences& preferences,
+                       ActivityLog& activity, QObject* parent)
+    : QObject(parent), m_defaults(defaults), m_clock(clock), m_sound(sound), m_preferences(preferences),
+      m_activity(activity)
+{
+    restore();
+}
+
+void FocusTimer::setDuration(qint64 minutes)
 {
     minutes = std::clamp<qint64>(minutes, 1, 120);
     setDurationSeconds(minutes * 60);
@@ -35,9 +42,9 @@ void Model::setDuration(qint64 minutes)
     persistFocus();
 }
 
-void Model::toggleTimer()
+void FocusTimer::toggleTimer()
 {
-    const QDateTime now = m_platform.clock.now();
+    const QDateTime now = m_clock.now();
     if (!m_timerRunning) {
         if (m_seconds == 0)
             setSeconds(m_duration);
@@ -51,29 +58,28 @@ void Model::toggleTimer()
     persistFocus();
 }
 
-QString Model::timeText() const
+QString FocusTimer::timeText() const
 {
     return QString::asprintf("%02lld:%02lld", m_seconds / 60, m_seconds % 60);
 }
 
-void Model::advanceFocus()
+void FocusTimer::advance()
 {
-    if (!m_deadline)
+    if (!m_timerRunning || !m_deadline)
         return;
-    setSeconds(secondsUntil(m_platform.clock.now(), *m_deadline));
+    setSeconds(secondsUntil(m_clock.now(), *m_deadline));
     if (m_seconds > 0)
         return;
     m_deadline.reset();
     setTimerRunning(false);
     persistFocus();
-    addNotice(QStringLiteral("Fokus geschafft"), QStringLiteral("Zeit für eine Pause."));
-    if (m_preferences->values().focusSound)
-        m_platform.sound.play(QStringLiteral("Glass"));
-    if (show)
-        show(Page::home);
+    m_activity.addNotice(QStringLiteral("Fokus geschafft"), QStringLiteral("Zeit für eine Pause."));
+    if (m_preferences.values().focusSound)
+        m_sound.play(QStringLiteral("Glass"));
+    Q_EMIT periodFinished();
 }
 
-void Model::persistFocus()
+void FocusTimer::persistFocus()
 {
     m_defaults.setInteger(savedDurationKey, m_duration);
     m_defaults.setInteger(savedSecondsKey, m_seconds);
@@ -83,10 +89,10 @@ void Model::persistFocus()
         m_defaults.remove(savedDeadlineKey);
 }
 
-void Model::restoreFocus()
+void FocusTimer::restore()
 {
-    const QDateTime now = m_platform.clock.now();
-    m_duration = qint64(m_preferences->values().focusMinutes) * 60;
+    const QDateTime now = m_clock.now();
+    m_duration = qint64(m_preferences.values().focusMinutes) * 60;
     m_seconds = m_duration;
     m_timerRunning = false;
     m_deadline.reset();
@@ -112,38 +118,26 @@ void Model::restoreFocus()
     }
 }
 
-void Model::setSeconds(qint64 seconds)
+void FocusTimer::setSeconds(qint64 seconds)
 {
-    assign(m_seconds, seconds, &Model::secondsChanged);
-}
-void Model::setDurationSeconds(qint64 seconds)
-{
-    assign(m_duration, seconds, &Model::durationChanged);
-}
-void Model::setTimerRunning(bool running)
-{
-    assign(m_timerRunning, running, &Model::timerRunningChanged);
-}
-
-void Model::addNotice(const QString& title, const QString& detail)
-{
-    QList<Notice> notices = m_notices;
-    notices.prepend(Notice{QUuid::createUuid(), title, detail, m_platform.clock.now()});
-    setNotices(std::move(notices));
-}
-
-void Model::loadNotices()
-{
-    const auto data = m_defaults.dataValue(noticesKey);
-    if (!data)
+    if (m_seconds == seconds)
         return;
-    if (auto notices = Notice::decodeList(*data))
-        setNotices(std::move(*notices));
+    m_seconds = seconds;
+    Q_EMIT secondsChanged();
 }
 
-void Model::setNotices(QList<Notice> notices)
+void FocusTimer::setDurationSeconds(qint64 seconds)
 {
-    m_notices = std::move(notices);
-    m_defaults.setData(noticesKey, Notice::encodeList(m_notices));
-    Q_EMIT noticesChanged();
+    if (m_duration == seconds)
+        return;
+    m_duration = seconds;
+    Q_EMIT durationChanged();
+}
+
+void FocusTimer::setTimerRunning(bool running)
+{
+    if (m_timerRunning == running)
+        return;
+    m_timerRunning = running;
+    Q_EMIT timerRunningChanged();
 }

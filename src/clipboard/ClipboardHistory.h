@@ -1,0 +1,83 @@
+#pragma once
+
+#include "clipboard/Clip.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+class ClipboardArchive;
+class Clock;
+class Defaults;
+class Pasteboard;
+class Productivity;
+
+// The clipboard history ("Verlauf"): captures what is copied anywhere, keeps it in the SQLite
+// archive, and puts an entry back on the clipboard. Newest first, no two entries with the same
+// text, no automatic limit. Main thread only.
+class ClipboardHistory : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QList<Clip> clips READ clips NOTIFY clipsChanged)
+    Q_PROPERTY(bool recording READ recording WRITE setRecording NOTIFY recordingChanged)
+    Q_PROPERTY(QString historyStorageError READ historyStorageError NOTIFY historyStorageErrorChanged)
+public:
+    static constexpr qint64 largestClipBytes = 99'999;
+    static constexpr const char* recordingKey = "recording";
+
+    // Opens the archive at `historyPath` (with none: in memory) and loads it; favourites that the
+    // history lost come back as entries. A file that cannot be read is never written in this run.
+    ClipboardHistory(Defaults& defaults, Pasteboard& clipboard, Clock& clock, Productivity& productivity,
+                     const std::optional<QString>& historyPath, QObject* parent = nullptr);
+    ~ClipboardHistory() override;
+
+    const QList<Clip>& clips() const { return m_clips; }
+    bool recording() const { return m_recording; }
+    void setRecording(bool recording);
+    const QString& historyStorageError() const { return m_historyStorageError; }
+    ClipboardArchive* archive() const { return m_archive.get(); }
+
+    // Captures at once when the clipboard reports a change, besides the heartbeat.
+    void watchClipboard();
+    // One capture step: a changed clipboard with a usable text goes to the top.
+    void pollClipboard();
+    // Removes the entry's text everywhere, its favourite included.
+    void deleteClip(const Clip& clip);
+    // Removes every entry and every favourite.
+    void clearHistory();
+    // Puts the entry back on the clipboard without capturing it again.
+    void copyBack(const Clip& clip);
+
+Q_SIGNALS:
+    // After every change of the list; the finer signals below say what changed.
+    void clipsChanged();
+    // A new entry at index 0.
+    void clipInserted();
+    // The entry at `from` moved to index 0 with a new date.
+    void clipMoved(int from);
+    void clipRemoved(int index);
+    // The whole list was replaced (loading, clearing).
+    void clipsReset();
+    void recordingChanged();
+    void historyStorageErrorChanged();
+    // An entry went back on the clipboard; the panel closes for the user's paste.
+    void copiedBack();
+
+private:
+    void open(const std::optional<QString>& historyPath);
+    void setHistoryStorageError(const QString& error);
+
+    Defaults& m_defaults;
+    Pasteboard& m_clipboard;
+    Clock& m_clock;
+    Productivity& m_productivity;
+    std::unique_ptr<ClipboardArchive> m_archive;
+    QList<Clip> m_clips;
+    QString m_historyStorageError;
+    bool m_recording = true;
+    qint64 m_pasteCount = 0;
+    bool m_watching = false;
+};
