@@ -339,7 +339,8 @@ void measureHistory(int count, const QString& folder)
     row("capture of a text copied again (moves to top), CPU", ms(againCpu));
     {
         // A panel that hosts the page but is closed: copies must not rebuild the rows.
-        HistoryPage page(model.clipboardHistory(), model.productivity(), model.platform().clock);
+        HistoryPage page(model.clipboardHistory(), model.productivity(), model.platform().clock,
+                         model.platform().scheduler);
         page.rows()->setFilter(ClipKind::code);
         const auto [hiddenCpu, hiddenWall] = captureRound(50, false);
         row("capture with the history page hidden on a kind filter, CPU", ms(hiddenCpu));

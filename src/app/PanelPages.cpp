@@ -30,7 +30,7 @@ void registerPanelPages(PageRegistry& pages, Model& model)
     });
     pages.addPage(Page::shelf, [m] { return new ShelfPage(m->shelf()); });
     pages.addPage(Page::clipboard, [m, &platform] {
-        return new HistoryPage(m->clipboardHistory(), m->productivity(), platform.clock);
+        return new HistoryPage(m->clipboardHistory(), m->productivity(), platform.clock, platform.scheduler);
     });
     pages.addPage(Page::events, [m] { return new ActivityPage(m->activity()); });
     pages.addPage(Page::settings, [m, &pages] { return new SettingsPane(m->panel(), pages); });

@@ -157,9 +157,9 @@ void ClipboardHistory::deleteClip(const Clip& clip)
     const auto found =
         std::find_if(m_clips.cbegin(), m_clips.cend(), [&](const Clip& c) { return c.text == text; });
     if (found != m_clips.cend()) {
-        const int index = int(std::distance(m_clips.cbegin(), found));
-        m_clips.removeAt(index);
-        Q_EMIT clipRemoved(index);
+        const QUuid id = found->id;
+        m_clips.removeAt(std::distance(m_clips.cbegin(), found));
+        Q_EMIT clipRemoved(id);
         Q_EMIT clipsChanged();
     }
     QStringList pins = m_productivity.pins();

@@ -58,7 +58,8 @@ Q_SIGNALS:
     void clipInserted();
     // The entry at `from` moved to index 0 with a new date.
     void clipMoved(int from);
-    void clipRemoved(int index);
+    // The entry with this id left the list.
+    void clipRemoved(const QUuid& id);
     // The whole list was replaced (loading, clearing).
     void clipsReset();
     void recordingChanged();

@@ -1,5 +1,6 @@
 #include "clipboard/HistoryListModel.h"
 
+#include "clipboard/ClipSearch.h"
 #include "clipboard/ClipboardHistory.h"
 #include "clipboard/HistoryTexts.h"
 #include "common/Clock.h"
@@ -18,14 +19,27 @@ QString preview(const QString& text)
     return line;
 }
 
+qint64 characters(const QList<Clip>& clips)
+{
+    qint64 total = 0;
+    for (const Clip& clip : clips)
+        total += clip.text.size();
+    return total;
+}
+
 } // namespace
 
 HistoryListModel::HistoryListModel(ClipboardHistory& history, Productivity& productivity, Clock& clock,
-                                   QObject* parent)
-    : QAbstractListModel(parent), m_history(history), m_productivity(productivity), m_clock(clock)
+                                   Scheduler& scheduler, QObject* parent)
+    : QAbstractListModel(parent), m_history(history), m_productivity(productivity), m_clock(clock),
+      m_searchPause(scheduler, this)
 {
-    connect(&history, &ClipboardHistory::clipsChanged, this, &HistoryListModel::invalidate);
-    connect(&productivity, &Productivity::pinsChanged, this, &HistoryListModel::invalidate);
+    connect(&history, &ClipboardHistory::clipInserted, this, [this] { clipArrivedOnTop(std::nullopt); });
+    connect(&history, &ClipboardHistory::clipMoved, this, [this](int from) { clipArrivedOnTop(from); });
+    connect(&history, &ClipboardHistory::clipRemoved, this, &HistoryListModel::clipRemoved);
+    connect(&history, &ClipboardHistory::clipsReset, this, [this] { rebuild(false); });
+    connect(&productivity, &Productivity::pinsChanged, this, [this] { rebuild(false); });
+    rebuild(false);
 }
 
 void HistoryListModel::setFilter(ClipKind filter)
@@ -33,7 +47,7 @@ void HistoryListModel::setFilter(ClipKind filter)
     if (filter == m_filter)
         return;
     m_filter = filter;
-    invalidate();
+    rebuild(false);
     Q_EMIT filterChanged();
 }
 
@@ -42,16 +56,130 @@ void HistoryListModel::setSearch(const QString& search)
     if (search == m_search)
         return;
     m_search = search;
-    invalidate();
+    rebuild(true);
     Q_EMIT searchChanged();
+}
+
+void HistoryListModel::rebuild(bool afterPause)
+{
+    ++m_generation;
+    m_searchPause.cancel();
+    if (characters(m_history.clips()) <= m_backgroundThreshold) {
+        m_pending = false;
+        replaceRows(
+            visibleClipRows(m_history.clips(), m_productivity.pins(), m_search, m_filter, m_clock.now()));
+        Q_EMIT settled();
+        return;
+    }
+    m_pending = true;
+    if (afterPause)
+        m_searchPause.schedule(searchPause, [this] { startBackgroundRebuild(); });
+    else
+        startBackgroundRebuild();
+}
+
+void HistoryListModel::startBackgroundRebuild()
+{
+    const quint64 generation = m_generation;
+    // The lists go over shared, not copied: a capture meanwhile detaches the history's own list.
+    m_worker.run<QList<ClipRow>>(
+        this,
+        [clips = m_history.clips(), pins = m_productivity.pins(), search = m_search, filter = m_filter,
+         now = m_clock.now()] { return visibleClipRows(clips, pins, search, filter, now); },
+        [this, generation](QList<ClipRow> rows) {
+            if (generation != m_generation)
+                return;
+            m_pending = false;
+            replaceRows(std::move(rows));
+            Q_EMIT settled();
+        });
+}
+
+void HistoryListModel::replaceRows(QList<ClipRow> rows)
+{
+    beginResetModel();
+    m_rows = std::move(rows);
+    endResetModel();
+}
+
+bool HistoryListModel::keeps(const Clip& clip, bool pinned) const
+{
+    return ClipSearch(m_search).matches(clip.text) && ClipKinds::matches(m_filter, clip.text, pinned);
+}
+
+int HistoryListModel::pinnedRowCount() const
+{
+    int count = 0;
+    while (count < m_rows.size() && m_rows.at(count).pinned)
+        ++count;
+    return count;
+}
+
+int HistoryListModel::rowOf(const QUuid& id) const
+{
+    for (int row = 0; row < m_rows.size(); ++row) {
+        if (m_rows.at(row).clip.id == id)
+            return row;
+    }
+    return -1;
+}
+
+void HistoryListModel::clipArrivedOnTop(std::optional<int> movedFrom)
+{
+    // Rows in the making do not have it: start them over instead.
+    if (m_pending) {
+        rebuild(false);
+        return;
+    }
+    const Clip& clip = m_history.clips().first();
+    if (m_productivity.pins().contains(clip.text)) {
+        // A favourite keeps its place; only its date (or its placeholder) changes.
+        for (int row = 0; row < pinnedRowCount(); ++row) {
+            if (m_rows.at(row).clip.text == clip.text) {
+                m_rows[row].clip = clip;
+                Q_EMIT dataChanged(index(row), index(row));
+            }
+        }
+        return;
+    }
+    const int top = pinnedRowCount();
+    const int current = movedFrom ? rowOf(clip.id) : -1;
+    if (current >= 0) {
+        if (current != top) {
+            beginMoveRows(QModelIndex(), current, current, QModelIndex(), top);
+            m_rows.move(current, top);
+            endMoveRows();
+        }
+        m_rows[top].clip = clip;
+        Q_EMIT dataChanged(index(top), index(top));
+        return;
+    }
+    if (!keeps(clip, false))
+        return;
+    beginInsertRows(QModelIndex(), top, top);
+    m_rows.insert(top, ClipRow{clip, false});
+    endInsertRows();
+}
+
+void HistoryListModel::clipRemoved(const QUuid& id)
+{
+    if (m_pending) {
+        rebuild(false);
+        return;
+    }
+    const int row = rowOf(id);
+    if (row < 0)
+        return;
+    beginRemoveRows(QModelIndex(), row, row);
+    m_rows.removeAt(row);
+    endRemoveRows();
 }
 
 std::optional<ClipRow> HistoryListModel::rowAt(int row) const
 {
-    const QList<ClipRow>& all = rows();
-    if (row < 0 || row >= all.size())
+    if (row < 0 || row >= m_rows.size())
         return std::nullopt;
-    return all.at(row);
+    return m_rows.at(row);
 }
 
 void HistoryListModel::copyBack(int row)
@@ -74,17 +202,16 @@ void HistoryListModel::remove(int row)
 
 int HistoryListModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : int(rows().size());
+    return parent.isValid() ? 0 : int(m_rows.size());
 }
 
 QVariant HistoryListModel::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const ClipRow& row = rows().at(index.row());
+    const ClipRow& row = m_rows.at(index.row());
     switch (role) {
     case Qt::DisplayRole:
-        return preview(row.clip.text);
     case Qt::AccessibleTextRole:
         return preview(row.clip.text);
     case TextRole:
@@ -115,21 +242,4 @@ QHash<int, QByteArray> HistoryListModel::roleNames() const
     names.insert(KindRole, "kind");
     names.insert(CaptionRole, "caption");
     return names;
-}
-
-void HistoryListModel::invalidate()
-{
-    beginResetModel();
-    m_rows.clear();
-    m_stale = true;
-    endResetModel();
-}
-
-const QList<ClipRow>& HistoryListModel::rows() const
-{
-    if (m_stale) {
-        m_rows = visibleClipRows(m_history.clips(), m_productivity.pins(), m_search, m_filter, m_clock.now());
-        m_stale = false;
-    }
-    return m_rows;
 }

@@ -2,17 +2,20 @@
 
 #include "clipboard/ClipKind.h"
 #include "clipboard/VisibleClips.h"
+#include "common/Scheduler.h"
+#include "common/SerialQueue.h"
 
 #include <QAbstractListModel>
-#include <QPointer>
 
 class ClipboardHistory;
 class Clock;
 class Productivity;
 
-// The rows of the history page ("Verlauf"): the visible clips for the chosen filter and search
-// text, rebuilt when the history, the favourites or the choice change. Rows are computed when
-// first asked for after a change, so a hidden page costs nothing per copy.
+// The rows of the history page ("Verlauf"): the favourites, then the history, each kept when it
+// matches the chosen filter and search text. A capture inserts or moves one row; a new filter,
+// search text or set of favourites rebuilds the rows. A long history is rebuilt off the main
+// thread, the search text after a short pause in typing; the rows on show stay until the new
+// ones are ready, and an answer overtaken by a newer change is dropped.
 class HistoryListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -31,15 +34,23 @@ public:
 
     // Longest display text of a row; the rest of a long copy is never laid out.
     static constexpr qsizetype previewLength = 300;
+    // Histories with more characters than this are rebuilt off the main thread.
+    static constexpr qint64 backgroundCharacters = 2'000'000;
+    // How long typing must pause before a long history is searched.
+    static constexpr double searchPause = 0.15;
 
     HistoryListModel(ClipboardHistory& history, Productivity& productivity, Clock& clock,
-                     QObject* parent = nullptr);
+                     Scheduler& scheduler, QObject* parent = nullptr);
 
     ClipKind filter() const { return m_filter; }
     void setFilter(ClipKind filter);
     const QString& search() const { return m_search; }
     void setSearch(const QString& search);
-    bool isEmpty() const { return rowCount() == 0; }
+    bool isEmpty() const { return m_rows.isEmpty(); }
+    // No rebuild is waiting or running: the rows match the current choice.
+    bool isSettled() const { return !m_pending; }
+    // Where a rebuild runs off the main thread (tests lower it to reach that path).
+    void setBackgroundThreshold(qint64 characters) { m_backgroundThreshold = characters; }
 
     // The row's clip; an invalid row gives nothing.
     std::optional<ClipRow> rowAt(int row) const;
@@ -55,16 +66,30 @@ public:
 Q_SIGNALS:
     void filterChanged();
     void searchChanged();
+    // A rebuild finished (the rows may or may not have changed).
+    void settled();
 
 private:
-    void invalidate();
-    const QList<ClipRow>& rows() const;
+    // Which rows the current choice keeps, worked out now or on the worker.
+    void rebuild(bool afterPause);
+    void startBackgroundRebuild();
+    void replaceRows(QList<ClipRow> rows);
+    bool keeps(const Clip& clip, bool pinned) const;
+    int pinnedRowCount() const;
+    int rowOf(const QUuid& id) const;
+    void clipArrivedOnTop(std::optional<int> movedFrom);
+    void clipRemoved(const QUuid& id);
 
     ClipboardHistory& m_history;
     Productivity& m_productivity;
     Clock& m_clock;
     ClipKind m_filter = ClipKind::all;
     QString m_search;
-    mutable QList<ClipRow> m_rows;
-    mutable bool m_stale = true;
+    QList<ClipRow> m_rows;
+    qint64 m_backgroundThreshold = backgroundCharacters;
+    // Counts rebuilds; an answer for an older one is dropped.
+    quint64 m_generation = 0;
+    bool m_pending = false;
+    ScheduledWork m_searchPause;
+    SerialQueue m_worker{QStringLiteral("Brenlow.history")};
 };

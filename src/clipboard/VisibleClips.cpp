@@ -4,8 +4,9 @@
 
 #include <QHash>
 #include <QSet>
+#include <QThread>
+#include <QtConcurrent/QtConcurrentRun>
 
-#include <thread>
 #include <vector>
 
 namespace {
@@ -56,7 +57,7 @@ constexpr qint64 parallelCharacters = 2'000'000;
 // one thread should do all (a short history, one core, or nothing to read).
 qsizetype parallelSplit(const QList<Clip>& clips, bool nothingToRead)
 {
-    if (nothingToRead || std::thread::hardware_concurrency() < 2)
+    if (nothingToRead || QThread::idealThreadCount() < 2)
         return 0;
     qint64 total = 0;
     for (const Clip& clip : clips)
@@ -119,9 +120,9 @@ QList<ClipRow> visibleClipRows(const QList<Clip>& clips, const QStringList& pins
     const qsizetype middle = parallelSplit(clips, matcher.isEmpty() && filter == ClipKind::all);
     if (middle > 0) {
         // The texts are read, not changed, and every thread writes only its own flags.
-        std::thread helper(decide, middle, clips.size());
+        QFuture<void> second = QtConcurrent::run(decide, middle, clips.size());
         decide(0, middle);
-        helper.join();
+        second.waitForFinished();
     } else {
         decide(0, clips.size());
     }

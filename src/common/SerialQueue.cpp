@@ -1,6 +1,6 @@
 #include "common/SerialQueue.h"
 
-SerialQueue::SerialQueue(QString label) : m_label(std::move(label)) {}
+SerialQueue::SerialQueue(QString label) : m_label(std::move(label)), m_replies(std::make_unique<QObject>()) {}
 
 SerialQueue::~SerialQueue()
 {

@@ -37,7 +37,7 @@ private Q_SLOTS:
     {
         ModelFixture fixture;
         HistoryPage page(fixture.model->clipboardHistory(), fixture.model->productivity(),
-                         fixture.memory.clock);
+                         fixture.memory.clock, fixture.memory.scheduler);
         QCOMPARE(page.searchField()->placeholderText(), QStringLiteral("Im Verlauf suchen …"));
         QCOMPARE(page.recordingButton()->toolTip(), QStringLiteral("Erfassung pausieren oder fortsetzen"));
         QCOMPARE(page.clearButton()->toolTip(),
@@ -54,7 +54,8 @@ private Q_SLOTS:
     {
         ModelFixture fixture;
         Model& model = *fixture.model;
-        HistoryPage page(model.clipboardHistory(), model.productivity(), fixture.memory.clock);
+        HistoryPage page(model.clipboardHistory(), model.productivity(), fixture.memory.clock,
+                         fixture.memory.scheduler);
         page.resize(560, 420);
         page.show();
         QVERIFY(QTest::qWaitForWindowExposed(&page));
@@ -103,7 +104,7 @@ private Q_SLOTS:
         file.close();
         ModelFixture fixture(path);
         HistoryPage page(fixture.model->clipboardHistory(), fixture.model->productivity(),
-                         fixture.memory.clock);
+                         fixture.memory.clock, fixture.memory.scheduler);
         page.show();
         QVERIFY(QTest::qWaitForWindowExposed(&page));
         QVERIFY(page.storageError()->isVisible());
@@ -122,7 +123,8 @@ private Q_SLOTS:
         }
         bool closed = false;
         QObject::connect(&model, &Model::close, &model, [&closed] { closed = true; });
-        HistoryPage page(model.clipboardHistory(), model.productivity(), fixture.memory.clock);
+        HistoryPage page(model.clipboardHistory(), model.productivity(), fixture.memory.clock,
+                         fixture.memory.scheduler);
         page.resize(560, 420);
         page.show();
         QVERIFY(QTest::qWaitForWindowExposed(&page));

@@ -149,7 +149,8 @@ private Q_SLOTS:
     {
         ModelFixture fixture;
         Model& model = *fixture.model;
-        HistoryListModel rows(model.clipboardHistory(), model.productivity(), fixture.memory.clock);
+        HistoryListModel rows(model.clipboardHistory(), model.productivity(), fixture.memory.clock,
+                              fixture.memory.scheduler);
         QAbstractItemModelTester tester(&rows, QAbstractItemModelTester::FailureReportingMode::QtTest);
         auto copy = [&](const QString& text) {
             fixture.memory.clock.advance(60);
@@ -198,6 +199,119 @@ private Q_SLOTS:
         const QString preview = rows.data(rows.index(0), Qt::DisplayRole).toString();
         QCOMPARE(preview.size(), HistoryListModel::previewLength);
         QVERIFY(preview.startsWith(QStringLiteral("erste Zeile zweite")));
+    }
+
+    // Captures change single rows; whatever happened, the rows equal a fresh computation.
+    void capturesInsertMoveAndRemoveRows()
+    {
+        ModelFixture fixture;
+        Model& model = *fixture.model;
+        HistoryListModel rows(model.clipboardHistory(), model.productivity(), fixture.memory.clock,
+                              fixture.memory.scheduler);
+        QAbstractItemModelTester tester(&rows, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        auto copy = [&](const QString& text) {
+            fixture.memory.clock.advance(60);
+            fixture.memory.pasteboard.copyFromOutside(text);
+            model.pollClipboard();
+        };
+        auto shown = [&] {
+            QStringList texts;
+            for (int row = 0; row < rows.rowCount(); ++row)
+                texts.append(rows.data(rows.index(row), HistoryListModel::TextRole).toString());
+            return texts;
+        };
+        auto fresh = [&] {
+            return texts(visibleClips(model.clips(), model.productivity().pins(), rows.search(),
+                                      rows.filter(), fixture.memory.clock.now()));
+        };
+        for (const char* text : {"alpha", "beta", "gamma", "17"})
+            copy(QString::fromLatin1(text));
+        model.productivity().togglePin(QStringLiteral("gamma"));
+
+        QSignalSpy resets(&rows, &QAbstractItemModel::modelReset);
+        QSignalSpy inserts(&rows, &QAbstractItemModel::rowsInserted);
+        QSignalSpy moves(&rows, &QAbstractItemModel::rowsMoved);
+        QSignalSpy removals(&rows, &QAbstractItemModel::rowsRemoved);
+        QSignalSpy changes(&rows, &QAbstractItemModel::dataChanged);
+
+        copy(QStringLiteral("delta"));
+        QCOMPARE(inserts.size(), 1);
+        QCOMPARE(inserts.first().at(1).toInt(), 1); // below the favourite
+        copy(QStringLiteral("alpha"));
+        QCOMPARE(moves.size(), 1);
+        QCOMPARE(shown(), QStringList({"gamma", "alpha", "delta", "17", "beta"}));
+        // Copying the favourite again changes its date, not its place.
+        copy(QStringLiteral("gamma"));
+        QCOMPARE(shown().first(), QStringLiteral("gamma"));
+        QVERIFY(!changes.isEmpty());
+        model.deleteClip(model.clips().at(2));
+        QCOMPARE(removals.size(), 1);
+        QCOMPARE(resets.size(), 0);
+        QCOMPARE(shown(), fresh());
+
+        // Under a filter a capture joins only when it belongs.
+        rows.setFilter(ClipKind::numbers);
+        copy(QStringLiteral("Wort"));
+        copy(QStringLiteral("-3,5"));
+        copy(QStringLiteral("17"));
+        QCOMPARE(shown(), QStringList({"17", "-3,5"}));
+        QCOMPARE(shown(), fresh());
+        rows.setSearch(QStringLiteral("ALP"));
+        rows.setFilter(ClipKind::all);
+        copy(QStringLiteral("alpine"));
+        QCOMPARE(shown(), QStringList({"alpine", "alpha"}));
+        QCOMPARE(shown(), fresh());
+    }
+
+    // A long history is rebuilt on the worker after a pause in typing; only the newest answer
+    // counts, and a capture during a rebuild is not lost.
+    void longHistoriesAreRebuiltOffTheMainThread()
+    {
+        ModelFixture fixture;
+        Model& model = *fixture.model;
+        auto copy = [&](const QString& text) {
+            fixture.memory.clock.advance(60);
+            fixture.memory.pasteboard.copyFromOutside(text);
+            model.pollClipboard();
+        };
+        for (int i = 0; i < 40; ++i)
+            copy(QStringLiteral("Eintrag %1").arg(i));
+        copy(QStringLiteral("https://example.org"));
+        HistoryListModel rows(model.clipboardHistory(), model.productivity(), fixture.memory.clock,
+                              fixture.memory.scheduler);
+        QAbstractItemModelTester tester(&rows, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        rows.setBackgroundThreshold(0);
+        QSignalSpy settled(&rows, &HistoryListModel::settled);
+
+        rows.setSearch(QStringLiteral("Eintrag 3"));
+        rows.setSearch(QStringLiteral("Eintrag 1"));
+        fixture.memory.scheduler.advance(HistoryListModel::searchPause / 2);
+        QCoreApplication::processEvents();
+        // Typing has not paused long enough: the old rows stay, nothing was searched.
+        QVERIFY(!rows.isSettled());
+        QCOMPARE(rows.rowCount(), 41);
+        QVERIFY(settled.isEmpty());
+        fixture.memory.scheduler.advance(HistoryListModel::searchPause);
+        QTRY_VERIFY(rows.isSettled());
+        QCOMPARE(settled.size(), 1);
+        QCOMPARE(rows.rowCount(), 11); // "Eintrag 1" and "Eintrag 10" to "Eintrag 19"
+
+        // Two choices in a row: the first answer is overtaken and dropped.
+        rows.setFilter(ClipKind::links);
+        rows.setFilter(ClipKind::text);
+        QTRY_VERIFY(rows.isSettled());
+        QTest::qWait(50);
+        QCOMPARE(settled.size(), 2);
+        QCOMPARE(rows.rowCount(), 11);
+
+        // A copy that arrives while the rows are being worked out is in them.
+        rows.setSearch(QStringLiteral("Eintrag"));
+        fixture.memory.scheduler.advance(HistoryListModel::searchPause);
+        copy(QStringLiteral("Eintrag neu"));
+        QTRY_VERIFY(rows.isSettled());
+        QCOMPARE(rows.rowCount(), 41);
+        QCOMPARE(rows.data(rows.index(0), HistoryListModel::TextRole).toString(),
+                 QStringLiteral("Eintrag neu"));
     }
 };
 

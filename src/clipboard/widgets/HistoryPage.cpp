@@ -41,9 +41,11 @@ QWidget* makeEmptyState()
 
 } // namespace
 
-HistoryPage::HistoryPage(ClipboardHistory& history, Productivity& productivity, Clock& clock, QWidget* parent)
-    : QWidget(parent), m_history(history), m_rows(new HistoryListModel(history, productivity, clock, this)),
-      m_delegate(nullptr), m_search(new QLineEdit),
+HistoryPage::HistoryPage(ClipboardHistory& history, Productivity& productivity, Clock& clock,
+                         Scheduler& scheduler, QWidget* parent)
+    : QWidget(parent), m_history(history),
+      m_rows(new HistoryListModel(history, productivity, clock, scheduler, this)), m_delegate(nullptr),
+      m_search(new QLineEdit),
       m_recording(new SymbolButton(HistoryTexts::recordingSymbol(history.recording()),
                                    HistoryTexts::recordingHint())),
       m_clear(new SymbolButton(HistoryTexts::clearSymbol(), HistoryTexts::clearHint())),
@@ -125,6 +127,9 @@ HistoryPage::HistoryPage(ClipboardHistory& history, Productivity& productivity, 
     connect(&history, &ClipboardHistory::recordingChanged, this, &HistoryPage::showRecording);
     connect(&history, &ClipboardHistory::historyStorageErrorChanged, this, &HistoryPage::showStorageError);
     connect(m_rows, &QAbstractItemModel::modelReset, this, &HistoryPage::showRowsOrEmpty);
+    connect(m_rows, &QAbstractItemModel::rowsInserted, this, &HistoryPage::showRowsOrEmpty);
+    connect(m_rows, &QAbstractItemModel::rowsRemoved, this, &HistoryPage::showRowsOrEmpty);
+    connect(m_rows, &HistoryListModel::settled, this, &HistoryPage::showRowsOrEmpty);
 
     showRecording();
     showStorageError();
@@ -147,17 +152,9 @@ void HistoryPage::showStorageError()
     m_storageError->setVisible(!m_history.historyStorageError().isEmpty());
 }
 
-void HistoryPage::showEvent(QShowEvent* event)
-{
-    QWidget::showEvent(event);
-    showRowsOrEmpty();
-}
-
 void HistoryPage::showRowsOrEmpty()
 {
-    // Asking for the row count builds the rows; a hidden page waits until it is shown, so
-    // copies made while the panel is closed do not filter the whole history each time.
-    if (!isVisible())
-        return;
-    m_stack->setCurrentWidget(m_rows->rowCount() == 0 ? m_empty : static_cast<QWidget*>(m_list));
+    // While new rows are being worked out the old ones stay; "nothing found" waits for the answer.
+    const bool nothing = m_rows->isEmpty() && m_rows->isSettled();
+    m_stack->setCurrentWidget(nothing ? m_empty : static_cast<QWidget*>(m_list));
 }

@@ -8,6 +8,7 @@ class HistoryListModel;
 class HistoryRowDelegate;
 class ClipboardHistory;
 class Clock;
+class Scheduler;
 class Productivity;
 class QButtonGroup;
 class QLabel;
@@ -23,7 +24,7 @@ class HistoryPage : public QWidget
 {
     Q_OBJECT
 public:
-    HistoryPage(ClipboardHistory& history, Productivity& productivity, Clock& clock,
+    HistoryPage(ClipboardHistory& history, Productivity& productivity, Clock& clock, Scheduler& scheduler,
                 QWidget* parent = nullptr);
 
     HistoryListModel* rows() const { return m_rows; }
@@ -34,9 +35,6 @@ public:
     QPushButton* chip(ClipKind kind) const;
     QWidget* emptyState() const { return m_empty; }
     QLabel* storageError() const { return m_storageError; }
-
-protected:
-    void showEvent(QShowEvent* event) override;
 
 private:
     void showRecording();
