@@ -10,7 +10,9 @@
 #include <cctype>
 #include <cerrno>
 #include <cmath>
+#include <cstring>
 #include <limits>
+#include <string>
 
 #include <sys/stat.h>
 
@@ -79,15 +81,27 @@ bool makePrivateFolders(const QString& folder)
     return QFileInfo(folder).isDir();
 }
 
+// What went wrong in `step`, in SQLite's words (its extended result code included).
+[[noreturn]] void fail(sqlite3* db, const char* step)
+{
+    std::string what = step;
+    if (db) {
+        what += ": ";
+        what += sqlite3_errmsg(db);
+        what += " (" + std::to_string(sqlite3_extended_errcode(db)) + ")";
+    }
+    throw ClipboardArchive::Failure(what);
+}
+
 // One prepared statement, finalised when it leaves scope: no statement outlives its call.
 class Statement
 {
 public:
-    Statement(sqlite3* db, const char* sql)
+    Statement(sqlite3* db, const char* sql) : m_db(db)
     {
         if (!db || sqlite3_prepare_v2(db, sql, -1, &m_statement, nullptr) != SQLITE_OK) {
             sqlite3_finalize(m_statement);
-            throw ClipboardArchive::Failure();
+            fail(db, "prepare");
         }
     }
     ~Statement() { sqlite3_finalize(m_statement); }
@@ -100,22 +114,23 @@ public:
         if (utf8.size() > std::numeric_limits<int>::max() ||
             sqlite3_bind_text(m_statement, index, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT) !=
                 SQLITE_OK)
-            throw ClipboardArchive::Failure();
+            fail(m_db, "bind text");
     }
     void bindDouble(int index, double value)
     {
         if (sqlite3_bind_double(m_statement, index, value) != SQLITE_OK)
-            throw ClipboardArchive::Failure();
+            fail(m_db, "bind date");
     }
     // Steps once and requires the statement to finish.
     void finish()
     {
         if (sqlite3_step(m_statement) != SQLITE_DONE)
-            throw ClipboardArchive::Failure();
+            fail(m_db, "step");
     }
     sqlite3_stmt* get() const { return m_statement; }
 
 private:
+    sqlite3* m_db;
     sqlite3_stmt* m_statement = nullptr;
 };
 
@@ -132,13 +147,15 @@ ClipboardArchive::ClipboardArchive(const std::optional<QString>& path)
     QByteArray location = ":memory:";
     if (path) {
         if (!makePrivateFolders(QFileInfo(*path).absolutePath()))
-            throw Failure();
+            throw Failure("create folder " + QFileInfo(*path).absolutePath().toStdString() + ": " +
+                          std::strerror(errno));
         location = QFile::encodeName(*path);
     }
     sqlite3* db = nullptr;
     if (sqlite3_open_v2(location.constData(), &db, openFlags, nullptr) != SQLITE_OK) {
+        const std::string what = std::string("open: ") + (db ? sqlite3_errmsg(db) : "out of memory");
         sqlite3_close(db);
-        throw Failure();
+        throw Failure(what);
     }
     m_storage = db;
     try {
@@ -148,7 +165,7 @@ ClipboardArchive::ClipboardArchive(const std::optional<QString>& path)
         execute("CREATE TABLE IF NOT EXISTS clips (id TEXT PRIMARY KEY, text TEXT NOT NULL UNIQUE, date REAL "
                 "NOT NULL)");
         if (path && ::chmod(location.constData(), 0600) != 0)
-            throw Failure();
+            throw Failure(std::string("chmod: ") + std::strerror(errno));
     } catch (...) {
         sqlite3_close(m_storage);
         m_storage = nullptr;
@@ -170,13 +187,13 @@ QList<Clip> ClipboardArchive::load() const
         if (result == SQLITE_DONE)
             break;
         if (result != SQLITE_ROW)
-            throw Failure();
+            fail(m_storage, "load");
         const unsigned char* idText = sqlite3_column_text(statement.get(), 0);
         const auto id = decodeId(idText, sqlite3_column_bytes(statement.get(), 0));
         const void* bytes = sqlite3_column_blob(statement.get(), 1);
         const int length = sqlite3_column_bytes(statement.get(), 1);
         if (!id || !bytes || length <= 0)
-            throw Failure();
+            throw Failure("load: a row without a valid id or text");
         // fromUtf8 replaces invalid sequences with U+FFFD and keeps embedded NULs.
         QString text = QString::fromUtf8(static_cast<const char*>(bytes), length);
         clips.append(Clip{*id, std::move(text), decodeDate(sqlite3_column_double(statement.get(), 2))});
@@ -209,5 +226,5 @@ void ClipboardArchive::clear()
 void ClipboardArchive::execute(const char* sql)
 {
     if (!m_storage || sqlite3_exec(m_storage, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
-        throw Failure();
+        fail(m_storage, sql);
 }

@@ -15,10 +15,11 @@ struct sqlite3;
 class ClipboardArchive
 {
 public:
-    // Every SQLite failure; folder and permission problems are reported the same way.
+    // Every SQLite failure; folder and permission problems are reported the same way. The text
+    // names the step and SQLite's own message, for the log.
     struct Failure : std::runtime_error
     {
-        Failure() : std::runtime_error("clipboard archive failure") {}
+        explicit Failure(const std::string& what) : std::runtime_error(what) {}
     };
 
     // $XDG_DATA_HOME/Brenlow/clipboard.sqlite

@@ -2,6 +2,7 @@
 
 #include "clipboard/ClipboardArchive.h"
 #include "common/Clock.h"
+#include "common/Log.h"
 #include "platform/Pasteboard.h"
 #include "productivity/Productivity.h"
 #include "settings/Defaults.h"
@@ -82,8 +83,9 @@ void ClipboardHistory::open(const std::optional<QString>& historyPath)
             clips.append(clip);
         }
         m_clips = std::move(clips);
-    } catch (const std::exception&) {
+    } catch (const std::exception& failure) {
         // A file we cannot read is never written in this run.
+        qCWarning(lcClipboard) << "history not opened:" << failure.what();
         m_archive.reset();
         m_historyStorageError = openFailed;
     }
@@ -123,7 +125,8 @@ void ClipboardHistory::pollClipboard()
         return;
     try {
         m_archive->save(clip);
-    } catch (const std::exception&) {
+    } catch (const std::exception& failure) {
+        qCWarning(lcClipboard) << "copy not saved:" << failure.what();
         setHistoryStorageError(saveFailed);
         return;
     }
@@ -150,7 +153,8 @@ void ClipboardHistory::deleteClip(const Clip& clip)
     const QString text = clip.text;
     try {
         m_archive->remove(text);
-    } catch (const std::exception&) {
+    } catch (const std::exception& failure) {
+        qCWarning(lcClipboard) << "entry not deleted:" << failure.what();
         setHistoryStorageError(deleteFailed);
         return;
     }
@@ -174,7 +178,8 @@ void ClipboardHistory::clearHistory()
         return;
     try {
         m_archive->clear();
-    } catch (const std::exception&) {
+    } catch (const std::exception& failure) {
+        qCWarning(lcClipboard) << "history not cleared:" << failure.what();
         setHistoryStorageError(clearFailed);
         return;
     }

@@ -1,6 +1,7 @@
 #include "productivity/Productivity.h"
 
 #include "common/Clock.h"
+#include "common/Log.h"
 #include "platform/Workspace.h"
 #include "settings/Defaults.h"
 #include "settings/Json.h"
@@ -276,8 +277,11 @@ QString Productivity::launchStatus(const WorkspacePreset& preset, Workspace& wor
 {
     QStringList failed;
     for (const QString& path : preset.paths) {
-        if (!QFileInfo::exists(path) || !workspace.open(path))
+        if (!QFileInfo::exists(path) || !workspace.open(path)) {
+            qCInfo(lcProductivity) << "workspace" << preset.name << "could not open" << path
+                                   << (QFileInfo::exists(path) ? "(the desktop refused it)" : "(missing)");
             failed.append(QFileInfo(path).fileName());
+        }
     }
     if (!failed.isEmpty())
         return QStringLiteral("Nicht geöffnet: ") + failed.join(QStringLiteral(", "));

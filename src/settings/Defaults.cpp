@@ -1,5 +1,6 @@
 #include "settings/Defaults.h"
 
+#include "common/Log.h"
 #include "settings/Json.h"
 
 #include <QDir>
@@ -195,5 +196,5 @@ void Defaults::write()
     m_lastWriteOk = file.open(QIODevice::WriteOnly) &&
                     file.write(QJsonDocument(root).toJson(QJsonDocument::Compact)) >= 0 && file.commit();
     if (!m_lastWriteOk)
-        qWarning("Brenlow: settings domain %s could not be written", qPrintable(m_domain));
+        qCWarning(lcSettings) << "settings domain" << m_domain << "not written:" << file.errorString();
 }

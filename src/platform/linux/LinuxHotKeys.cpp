@@ -1,5 +1,7 @@
 #include "platform/linux/LinuxHotKeys.h"
 
+#include "common/Log.h"
+
 #include "platform/linux/X11Keymap.h"
 #include "platform/linux/X11Support.h"
 
@@ -40,8 +42,10 @@ bool LinuxHotKeys::registerHotKey(int keyCode, KeyModifiers modifiers)
     const X11Keymap keymap;
     const quint32 keysym = keyCode == KeyCode::V ? keysymV : keyCode == KeyCode::Escape ? keysymEscape : 0;
     const QList<quint8> keycodes = keysym ? keymap.keycodesFor(keysym) : QList<quint8>();
-    if (keycodes.isEmpty())
+    if (keycodes.isEmpty()) {
+        qCInfo(lcPlatform) << "hot key not registered: the keyboard map has no key for" << keyCode;
         return false;
+    }
 
     quint16 mask = 0;
     if (modifiers & KeyModifier::Shift)
@@ -76,8 +80,11 @@ bool LinuxHotKeys::registerHotKey(int keyCode, KeyModifiers modifiers)
     }
     // Another client holding any variant answers BadAccess: the combination is taken.
     bool taken = false;
-    for (const xcb_void_cookie_t& cookie : cookies) {
-        if (xcb_generic_error_t* error = xcb_request_check(c, cookie)) {
+    for (qsizetype i = 0; i < cookies.size(); ++i) {
+        if (xcb_generic_error_t* error = xcb_request_check(c, cookies.at(i))) {
+            if (!taken)
+                qCInfo(lcPlatform) << "hot key taken: X error" << error->error_code << "on keycode"
+                                   << grabs.at(i).keycode;
             taken = true;
             std::free(error);
         }

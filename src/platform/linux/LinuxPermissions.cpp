@@ -1,5 +1,7 @@
 #include "platform/linux/LinuxPermissions.h"
 
+#include "common/Log.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -63,6 +65,8 @@ void LinuxPermissions::refreshAsync(bool enable) const
         const QDBusPendingReply<QDBusVariant> reply = *call;
         if (!reply.isError())
             m_trusted = reply.value().variant().toBool();
+        else
+            qCDebug(lcPlatform) << "accessibility state not read:" << reply.error().message();
         call->deleteLater();
     });
 }

@@ -1,5 +1,7 @@
 #include "platform/linux/LinuxSound.h"
 
+#include "common/Log.h"
+
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
@@ -40,4 +42,5 @@ void LinuxSound::play(const QString& name)
         if (!program.isEmpty() && QProcess::startDetached(program, {file}))
             return;
     }
+    qCInfo(lcPlatform) << "sound" << name << "not played: neither pw-play nor paplay started";
 }

@@ -1,5 +1,7 @@
 #include "platform/linux/LinuxWorkspace.h"
 
+#include "common/Log.h"
+
 #include "platform/linux/X11Support.h"
 
 #include <QCoreApplication>
@@ -73,11 +75,14 @@ bool LinuxWorkspace::reveal(const QString& path)
     call << QStringList{QUrl::fromLocalFile(path).toString()} << QString();
     // Without a file manager on the bus the containing folder opens instead.
     auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call));
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
-                     [folder](QDBusPendingCallWatcher* done) {
-                         if (done->isError())
-                             QDesktopServices::openUrl(folder);
-                         done->deleteLater();
-                     });
+    QObject::connect(
+        watcher, &QDBusPendingCallWatcher::finished, watcher, [folder](QDBusPendingCallWatcher* done) {
+            if (done->isError()) {
+                qCInfo(lcPlatform) << "no file manager answered ShowItems:" << done->error().name()
+                                   << "- opening the folder";
+                QDesktopServices::openUrl(folder);
+            }
+            done->deleteLater();
+        });
     return true;
 }
