@@ -62,7 +62,7 @@ void HistoryListModel::setSearch(const QString& search)
 
 void HistoryListModel::rebuild(bool afterPause)
 {
-    ++m_generation;
+    m_latest->store(++m_generation);
     m_searchPause.cancel();
     if (characters(m_history.clips()) <= m_backgroundThreshold) {
         m_pending = false;
@@ -80,19 +80,34 @@ void HistoryListModel::rebuild(bool afterPause)
 
 void HistoryListModel::startBackgroundRebuild()
 {
+    if (m_inFlight)
+        return;
+    m_inFlight = true;
     const quint64 generation = m_generation;
     // The lists go over shared, not copied: a capture meanwhile detaches the history's own list.
     m_worker.run<QList<ClipRow>>(
         this,
         [clips = m_history.clips(), pins = m_productivity.pins(), search = m_search, filter = m_filter,
-         now = m_clock.now()] { return visibleClipRows(clips, pins, search, filter, now); },
-        [this, generation](QList<ClipRow> rows) {
-            if (generation != m_generation)
-                return;
-            m_pending = false;
-            replaceRows(std::move(rows));
-            Q_EMIT settled();
-        });
+         now = m_clock.now(), latest = m_latest, generation] {
+            if (latest->load() != generation)
+                return QList<ClipRow>();
+            return visibleClipRows(clips, pins, search, filter, now);
+        },
+        [this, generation](QList<ClipRow> rows) { backgroundRebuildAnswered(generation, std::move(rows)); });
+}
+
+void HistoryListModel::backgroundRebuildAnswered(quint64 generation, QList<ClipRow> rows)
+{
+    m_inFlight = false;
+    if (generation != m_generation) {
+        // Overtaken: the newest choice runs now, or when typing pauses.
+        if (m_pending && !m_searchPause.isPending())
+            startBackgroundRebuild();
+        return;
+    }
+    m_pending = false;
+    replaceRows(std::move(rows));
+    Q_EMIT settled();
 }
 
 void HistoryListModel::replaceRows(QList<ClipRow> rows)

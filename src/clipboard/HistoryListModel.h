@@ -7,6 +7,9 @@
 
 #include <QAbstractListModel>
 
+#include <atomic>
+#include <memory>
+
 class ClipboardHistory;
 class Clock;
 class Productivity;
@@ -34,8 +37,9 @@ public:
 
     // Longest display text of a row; the rest of a long copy is never laid out.
     static constexpr qsizetype previewLength = 300;
-    // Histories with more characters than this are rebuilt off the main thread.
-    static constexpr qint64 backgroundCharacters = 2'000'000;
+    // Histories with more characters than this (a few milliseconds of filtering) are rebuilt off
+    // the main thread.
+    static constexpr qint64 backgroundCharacters = 8'000'000;
     // How long typing must pause before a long history is searched.
     static constexpr double searchPause = 0.15;
 
@@ -72,7 +76,9 @@ Q_SIGNALS:
 private:
     // Which rows the current choice keeps, worked out now or on the worker.
     void rebuild(bool afterPause);
+    // One rebuild at a time on the worker; a change meanwhile starts the next when it answers.
     void startBackgroundRebuild();
+    void backgroundRebuildAnswered(quint64 generation, QList<ClipRow> rows);
     void replaceRows(QList<ClipRow> rows);
     bool keeps(const Clip& clip, bool pinned) const;
     int pinnedRowCount() const;
@@ -87,9 +93,12 @@ private:
     QString m_search;
     QList<ClipRow> m_rows;
     qint64 m_backgroundThreshold = backgroundCharacters;
-    // Counts rebuilds; an answer for an older one is dropped.
+    // Counts rebuilds; an answer for an older one is dropped, and the worker skips a rebuild that
+    // is already outdated when its turn comes.
     quint64 m_generation = 0;
+    std::shared_ptr<std::atomic<quint64>> m_latest = std::make_shared<std::atomic<quint64>>(0);
     bool m_pending = false;
+    bool m_inFlight = false;
     ScheduledWork m_searchPause;
     SerialQueue m_worker{QStringLiteral("Brenlow.history")};
 };
