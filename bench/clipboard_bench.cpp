@@ -245,8 +245,8 @@ int measureStart(const QString& path)
     auto model = std::make_unique<Model>(defaults, memory.platform(), false, memory.pasteboard, path);
     const double elapsed = wall.nsecsElapsed() / 1e9;
     const double cpuUsed = cpuSeconds() - cpu;
-    std::printf("%d %.6f %.6f %.2f %.2f %.2f\n", int(model->clips().size()), elapsed, cpuUsed, before,
-                residentMiB(), residentMiB("VmHWM:"));
+    std::printf("%d %.6f %.6f %.2f %.2f %.2f\n", int(model->clipboardHistory().store().size()), elapsed,
+                cpuUsed, before, residentMiB(), residentMiB("VmHWM:"));
     model.reset();
     return 0;
 }
@@ -311,8 +311,12 @@ void measureHistory(int count, const QString& folder)
     Defaults& defaults = domain.defaults;
     MemoryPlatform memory;
     Model model(defaults, memory.platform(), false, memory.pasteboard, path);
+    const ClipStore& store = model.clipboardHistory().store();
+    row("history texts in memory, packed", QStringLiteral("%1 MiB of %2 MiB unpacked")
+                                               .arg(store.packedTextBytes() / 1048576.0, 0, 'f', 1)
+                                               .arg(store.unpackedTextBytes() / 1048576.0, 0, 'f', 1));
     for (int i = 0; i < 5; ++i)
-        model.productivity().togglePin(model.clips().at(i * 997 % model.clips().size()).text);
+        model.productivity().togglePin(store.at(i * 997 % store.size()).text);
 
     TextMaker maker(7);
     int serial = 0;
@@ -321,8 +325,7 @@ void measureHistory(int count, const QString& folder)
         const double cpu = cpuSeconds();
         for (int i = 0; i < rounds; ++i) {
             // A repeated copy moves an old entry to the top; a new one is inserted.
-            const QString text =
-                repeat ? model.clips().at(model.clips().size() / 2).text : maker.make(1'000'000 + serial++);
+            const QString text = repeat ? store.at(store.size() / 2).text : maker.make(1'000'000 + serial++);
             memory.clock.advance(1);
             memory.pasteboard.copyFromOutside(text);
             QElapsedTimer timer;
@@ -354,9 +357,10 @@ void measureHistory(int count, const QString& folder)
             QElapsedTimer timer;
             const double cpu = processCpuSeconds();
             timer.start();
-            rows = int(visibleClipRows(model.clips(), model.productivity().pins(), search, filter,
-                                       memory.clock.now())
-                           .size());
+            QList<PinnedText> pins;
+            for (const QString& pin : model.productivity().pins())
+                pins.append(PinnedText{pin, store.slotOf(pin)});
+            rows = int(visibleRows(store.snapshot(), pins, search, filter, memory.clock.now()).rows.size());
             walls.append(timer.nsecsElapsed() / 1e9);
             cpus.append(processCpuSeconds() - cpu);
         }
@@ -375,6 +379,19 @@ void measureHistory(int count, const QString& folder)
     row("visibleClips, search \"e\" (hits nearly all)", timeRows(ClipKind::all, QStringLiteral("e")));
     row("visibleClips, search \"server\" and filter Code",
         timeRows(ClipKind::code, QStringLiteral("server")));
+    {
+        // What a search pays before comparing anything: every packed block unpacked once.
+        const ClipStore::Snapshot snapshot = store.snapshot();
+        QList<double> cpus;
+        QByteArray buffer;
+        for (int i = 0; i < 9; ++i) {
+            const double cpu = processCpuSeconds();
+            for (quint32 block = 0; block < snapshot.texts.blockCount(); ++block)
+                snapshot.texts.unpack(block, buffer);
+            cpus.append(processCpuSeconds() - cpu);
+        }
+        row("  of a search: unpacking every text block, one thread, CPU", ms(median(cpus)));
+    }
 
     // Idle heartbeat: nothing changed on the clipboard.
     const int ticks = 200'000;
@@ -524,20 +541,22 @@ int main(int argc, char** argv)
 
     QStandardPaths::setTestModeEnabled(true);
     QTemporaryDir folder;
-    if (arguments.size() == 3 && arguments.at(1) == QLatin1String("--profile-filter")) {
+    if (arguments.size() >= 3 && arguments.at(1) == QLatin1String("--profile-filter")) {
         // For a profiler: one history, the named filter over and over.
         const QString path = folder.path() + QStringLiteral("/p/clipboard.sqlite");
         buildHistory(path, 100'000);
-        ClipboardArchive archive(path);
-        const QList<Clip> clips = archive.load();
-        const ClipKind filter = ClipKinds::fromLabel(arguments.at(2)).value_or(ClipKind::text);
+        ClipStore store;
+        ClipboardArchive(path).load([&store](Clip&& clip) { store.append(clip); });
+        const ClipKind filter = ClipKinds::fromLabel(arguments.at(2)).value_or(ClipKind::all);
+        const QString search = arguments.size() > 3 ? arguments.at(3) : QString();
         const double cpu = cpuSeconds();
         QElapsedTimer wall;
         wall.start();
         qsizetype rows = 0;
         const int runs = 100;
         for (int i = 0; i < runs; ++i)
-            rows += visibleClipRows(clips, {}, {}, filter, QDateTime::currentDateTimeUtc()).size();
+            rows += visibleRows(store.snapshot(), {}, search, filter, QDateTime::currentDateTimeUtc())
+                        .rows.size();
         std::printf("%lld rows, %.2f ms wall, %.2f ms CPU (all threads) per run\n", rows / runs,
                     wall.nsecsElapsed() / 1e6 / runs, (cpuSeconds() - cpu) / runs * 1000);
         return 0;

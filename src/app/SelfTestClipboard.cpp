@@ -88,9 +88,10 @@ QString clipboardCapture(Model& model, MemoryPlatform& memory)
     selfCheck(model.clips().first().text == largest, "a text of 100,000 UTF-8 bytes is skipped");
 
     model.productivity().togglePin(b);
-    const auto pinned = std::find_if(model.clips().cbegin(), model.clips().cend(),
-                                     [&](const Clip& c) { return c.text == b; });
-    selfCheck(pinned != model.clips().cend(), "the pinned text is in the history");
+    // clips() answers a copy: hold one while iterators point into it.
+    const QList<Clip> held = model.clips();
+    const auto pinned = std::find_if(held.cbegin(), held.cend(), [&](const Clip& c) { return c.text == b; });
+    selfCheck(pinned != held.cend(), "the pinned text is in the history");
     model.deleteClip(*pinned);
     selfCheck(!texts(model.clips()).contains(b) && !model.productivity().pins().contains(b),
               "deleting a pinned entry removes the entry and the pin");

@@ -101,4 +101,13 @@ bool matches(ClipKind filter, QStringView text, bool pinned)
     return std::none_of(std::begin(steps), own, [&](const Step& s) { return s.recognise(t); });
 }
 
+bool matchesKind(ClipKind filter, ClipKind kind, bool pinned)
+{
+    if (filter == ClipKind::all)
+        return true;
+    if (filter == ClipKind::pinned)
+        return pinned;
+    return kind == filter;
+}
+
 } // namespace ClipKinds

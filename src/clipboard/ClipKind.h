@@ -24,5 +24,7 @@ std::optional<ClipKind> fromLabel(QStringView label);
 ClipKind classify(QStringView text);
 // Whether a row with this text (and pinned state) passes `filter`.
 bool matches(ClipKind filter, QStringView text, bool pinned);
+// The same for a row whose kind is already known.
+bool matchesKind(ClipKind filter, ClipKind kind, bool pinned);
 
 } // namespace ClipKinds

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <string>
+
 // "Contains the search text, ignoring case, under the user's locale", fast enough to run over
 // every stored clip on each keystroke. Case is compared by Unicode case folding, the same as
 // QStringView::contains(…, Qt::CaseInsensitive); Turkish and Azerbaijani compare their dotted
@@ -18,8 +20,12 @@ public:
     // An empty search text matches everything.
     bool isEmpty() const { return m_needle.isEmpty(); }
     bool matches(QStringView text) const;
+    // The same answer for a text held one byte per character (every character below U+0100).
+    bool matches(QLatin1StringView text) const;
 
 private:
+    void prepareLatin1();
+
     enum class Mode { everything, anchored, folded, localeLowered };
 
     QString m_needle;
@@ -30,4 +36,10 @@ private:
     qsizetype m_anchor = 0;
     CodeUnitSet m_anchorForms;
     QLocale m_locale;
+    // For one-byte texts: the needle folded, whether any such text can hold it at all, and the
+    // bytes that fold like the anchor.
+    std::u16string m_folded;
+    bool m_latin1Possible = false;
+    qsizetype m_latin1Anchor = 0;
+    QByteArray m_latin1Anchors;
 };

@@ -180,8 +180,14 @@ ClipboardArchive::~ClipboardArchive()
 
 QList<Clip> ClipboardArchive::load() const
 {
-    Statement statement(m_storage, "SELECT id,text,date FROM clips ORDER BY date DESC,rowid DESC");
     QList<Clip> clips;
+    load([&clips](Clip&& clip) { clips.append(std::move(clip)); });
+    return clips;
+}
+
+void ClipboardArchive::load(const std::function<void(Clip&&)>& each) const
+{
+    Statement statement(m_storage, "SELECT id,text,date FROM clips ORDER BY date DESC,rowid DESC");
     for (;;) {
         const int result = sqlite3_step(statement.get());
         if (result == SQLITE_DONE)
@@ -196,9 +202,8 @@ QList<Clip> ClipboardArchive::load() const
             throw Failure("load: a row without a valid id or text");
         // fromUtf8 replaces invalid sequences with U+FFFD and keeps embedded NULs.
         QString text = QString::fromUtf8(static_cast<const char*>(bytes), length);
-        clips.append(Clip{*id, std::move(text), decodeDate(sqlite3_column_double(statement.get(), 2))});
+        each(Clip{*id, std::move(text), decodeDate(sqlite3_column_double(statement.get(), 2))});
     }
-    return clips;
 }
 
 void ClipboardArchive::save(const Clip& clip)

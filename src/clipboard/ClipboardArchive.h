@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
 #include <optional>
 #include <stdexcept>
 
@@ -33,6 +34,9 @@ public:
 
     // Every clip, newest first (ties: the later row first); nothing partial on failure.
     QList<Clip> load() const;
+    // The same, one clip at a time, so a long history never sits in memory twice; on a failure
+    // part of it has been handed over already.
+    void load(const std::function<void(Clip&&)>& each) const;
     // Inserts the clip, or moves the date of the row that already has its text.
     void save(const Clip& clip);
     // Deletes the row with exactly this text; an unknown text is no error.

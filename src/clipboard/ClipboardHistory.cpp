@@ -72,21 +72,19 @@ void ClipboardHistory::open(const std::optional<QString>& historyPath)
 {
     try {
         m_archive = std::make_unique<ClipboardArchive>(historyPath);
-        QList<Clip> clips = m_archive->load();
+        m_archive->load([this](Clip&& clip) { m_store.append(clip); });
         for (const QString& pin : m_productivity.pins()) {
-            const bool known =
-                std::any_of(clips.cbegin(), clips.cend(), [&](const Clip& c) { return c.text == pin; });
-            if (known)
+            if (m_store.slotOf(pin))
                 continue;
             Clip clip{QUuid::createUuid(), pin, m_clock.now()};
             m_archive->save(clip);
-            clips.append(clip);
+            m_store.append(clip);
         }
-        m_clips = std::move(clips);
     } catch (const std::exception& failure) {
         // A file we cannot read is never written in this run.
         qCWarning(lcClipboard) << "history not opened:" << failure.what();
         m_archive.reset();
+        m_store.clear();
         m_historyStorageError = openFailed;
     }
 }
@@ -116,11 +114,8 @@ void ClipboardHistory::pollClipboard()
     if (text->size() > largestClipBytes || utf8Length(*text, largestClipBytes) > largestClipBytes)
         return;
 
-    // Read-only search: a non-const iterator would copy a list shared with a reader.
-    const auto existing =
-        std::find_if(m_clips.cbegin(), m_clips.cend(), [&](const Clip& c) { return c.text == *text; });
-    const qsizetype index = existing != m_clips.cend() ? std::distance(m_clips.cbegin(), existing) : -1;
-    const Clip clip{index >= 0 ? existing->id : QUuid::createUuid(), *text, m_clock.now()};
+    const std::optional<quint32> existing = m_store.slotOf(*text);
+    const Clip clip{existing ? m_store.entry(*existing).id : QUuid::createUuid(), *text, m_clock.now()};
     if (!m_archive)
         return;
     try {
@@ -130,15 +125,13 @@ void ClipboardHistory::pollClipboard()
         setHistoryStorageError(saveFailed);
         return;
     }
-    // The texts are distinct, so at most one entry moves; the list is edited in place rather
-    // than rebuilt, which matters with a hundred thousand entries.
-    if (index >= 0) {
-        const auto first = m_clips.begin();
-        std::rotate(first, first + index, first + index + 1);
-        m_clips.first() = clip;
-        Q_EMIT clipMoved(int(index));
+    // The texts are distinct, so at most one entry moves.
+    if (existing) {
+        const qsizetype from = *m_store.indexOf(*existing);
+        m_store.moveToTop(from, clip.date);
+        Q_EMIT clipMoved(int(from));
     } else {
-        m_clips.prepend(clip);
+        m_store.prepend(clip);
         Q_EMIT clipInserted();
     }
     Q_EMIT clipsChanged();
@@ -149,7 +142,7 @@ void ClipboardHistory::deleteClip(const Clip& clip)
 {
     if (!m_archive)
         return;
-    // Copied first: `clip` may be a reference into the list that is about to change.
+    // Copied first: the caller's clip may belong to a row that the removal takes away.
     const QString text = clip.text;
     try {
         m_archive->remove(text);
@@ -158,12 +151,9 @@ void ClipboardHistory::deleteClip(const Clip& clip)
         setHistoryStorageError(deleteFailed);
         return;
     }
-    const auto found =
-        std::find_if(m_clips.cbegin(), m_clips.cend(), [&](const Clip& c) { return c.text == text; });
-    if (found != m_clips.cend()) {
-        const QUuid id = found->id;
-        m_clips.removeAt(std::distance(m_clips.cbegin(), found));
-        Q_EMIT clipRemoved(id);
+    if (const auto slot = m_store.slotOf(text)) {
+        m_store.removeAt(*m_store.indexOf(*slot));
+        Q_EMIT clipRemoved(*slot);
         Q_EMIT clipsChanged();
     }
     QStringList pins = m_productivity.pins();
@@ -183,7 +173,7 @@ void ClipboardHistory::clearHistory()
         setHistoryStorageError(clearFailed);
         return;
     }
-    m_clips.clear();
+    m_store.clear();
     Q_EMIT clipsReset();
     Q_EMIT clipsChanged();
     m_productivity.setPins({});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clipboard/Clip.h"
+#include "clipboard/ClipStore.h"
 
 #include <QList>
 #include <QObject>
@@ -21,7 +22,6 @@ class Productivity;
 class ClipboardHistory : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(QList<Clip> clips READ clips NOTIFY clipsChanged)
     Q_PROPERTY(bool recording READ recording WRITE setRecording NOTIFY recordingChanged)
     Q_PROPERTY(QString historyStorageError READ historyStorageError NOTIFY historyStorageErrorChanged)
 public:
@@ -34,7 +34,10 @@ public:
                      const std::optional<QString>& historyPath, QObject* parent = nullptr);
     ~ClipboardHistory() override;
 
-    const QList<Clip>& clips() const { return m_clips; }
+    // The entries, packed; views read them by slot.
+    const ClipStore& store() const { return m_store; }
+    // Every entry as a plain clip, newest first: a copy of every text, for small histories.
+    QList<Clip> clips() const { return m_store.toList(); }
     bool recording() const { return m_recording; }
     void setRecording(bool recording);
     const QString& historyStorageError() const { return m_historyStorageError; }
@@ -58,8 +61,8 @@ Q_SIGNALS:
     void clipInserted();
     // The entry at `from` moved to index 0 with a new date.
     void clipMoved(int from);
-    // The entry with this id left the list.
-    void clipRemoved(const QUuid& id);
+    // The entry in this slot left the list (the slot may be reused afterwards).
+    void clipRemoved(quint32 slot);
     // The whole list was replaced (loading, clearing).
     void clipsReset();
     void recordingChanged();
@@ -76,7 +79,7 @@ private:
     Clock& m_clock;
     Productivity& m_productivity;
     std::unique_ptr<ClipboardArchive> m_archive;
-    QList<Clip> m_clips;
+    ClipStore m_store;
     QString m_historyStorageError;
     bool m_recording = true;
     qint64 m_pasteCount = 0;

@@ -19,14 +19,6 @@ QString preview(const QString& text)
     return line;
 }
 
-qint64 characters(const QList<Clip>& clips)
-{
-    qint64 total = 0;
-    for (const Clip& clip : clips)
-        total += clip.text.size();
-    return total;
-}
-
 } // namespace
 
 HistoryListModel::HistoryListModel(ClipboardHistory& history, Productivity& productivity, Clock& clock,
@@ -64,10 +56,10 @@ void HistoryListModel::rebuild(bool afterPause)
 {
     m_latest->store(++m_generation);
     m_searchPause.cancel();
-    if (characters(m_history.clips()) <= m_backgroundThreshold) {
+    if (m_history.store().unpackedTextBytes() <= m_backgroundThreshold) {
         m_pending = false;
         replaceRows(
-            visibleClipRows(m_history.clips(), m_productivity.pins(), m_search, m_filter, m_clock.now()));
+            visibleRows(m_history.store().snapshot(), pinnedTexts(), m_search, m_filter, m_clock.now()));
         Q_EMIT settled();
         return;
     }
@@ -84,19 +76,19 @@ void HistoryListModel::startBackgroundRebuild()
         return;
     m_inFlight = true;
     const quint64 generation = m_generation;
-    // The lists go over shared, not copied: a capture meanwhile detaches the history's own list.
-    m_worker.run<QList<ClipRow>>(
+    // The store hands over shared blocks, not copies; a capture meanwhile detaches its own.
+    m_worker.run<VisibleRows>(
         this,
-        [clips = m_history.clips(), pins = m_productivity.pins(), search = m_search, filter = m_filter,
+        [store = m_history.store().snapshot(), pins = pinnedTexts(), search = m_search, filter = m_filter,
          now = m_clock.now(), latest = m_latest, generation] {
             if (latest->load() != generation)
-                return QList<ClipRow>();
-            return visibleClipRows(clips, pins, search, filter, now);
+                return VisibleRows();
+            return visibleRows(store, pins, search, filter, now);
         },
-        [this, generation](QList<ClipRow> rows) { backgroundRebuildAnswered(generation, std::move(rows)); });
+        [this, generation](VisibleRows rows) { backgroundRebuildAnswered(generation, std::move(rows)); });
 }
 
-void HistoryListModel::backgroundRebuildAnswered(quint64 generation, QList<ClipRow> rows)
+void HistoryListModel::backgroundRebuildAnswered(quint64 generation, VisibleRows rows)
 {
     m_inFlight = false;
     if (generation != m_generation) {
@@ -110,33 +102,31 @@ void HistoryListModel::backgroundRebuildAnswered(quint64 generation, QList<ClipR
     Q_EMIT settled();
 }
 
-void HistoryListModel::replaceRows(QList<ClipRow> rows)
+void HistoryListModel::replaceRows(VisibleRows rows)
 {
     beginResetModel();
     m_rows = std::move(rows);
     endResetModel();
 }
 
-bool HistoryListModel::keeps(const Clip& clip, bool pinned) const
+QList<PinnedText> HistoryListModel::pinnedTexts() const
 {
-    return ClipSearch(m_search).matches(clip.text) && ClipKinds::matches(m_filter, clip.text, pinned);
+    QList<PinnedText> pins;
+    for (const QString& pin : m_productivity.pins())
+        pins.append(PinnedText{pin, m_history.store().slotOf(pin)});
+    return pins;
 }
 
-int HistoryListModel::pinnedRowCount() const
+int HistoryListModel::rowOf(qint32 slot) const
 {
-    int count = 0;
-    while (count < m_rows.size() && m_rows.at(count).pinned)
-        ++count;
-    return count;
+    return int(m_rows.rows.indexOf(slot));
 }
 
-int HistoryListModel::rowOf(const QUuid& id) const
+QString HistoryListModel::textOf(qint32 slot) const
 {
-    for (int row = 0; row < m_rows.size(); ++row) {
-        if (m_rows.at(row).clip.id == id)
-            return row;
-    }
-    return -1;
+    if (slot >= 0)
+        return m_history.store().textOf(quint32(slot));
+    return m_rows.placeholders.at(-1 - slot).text;
 }
 
 void HistoryListModel::clipArrivedOnTop(std::optional<int> movedFrom)
@@ -146,102 +136,117 @@ void HistoryListModel::clipArrivedOnTop(std::optional<int> movedFrom)
         rebuild(false);
         return;
     }
-    const Clip& clip = m_history.clips().first();
-    if (m_productivity.pins().contains(clip.text)) {
-        // A favourite keeps its place; only its date (or its placeholder) changes.
-        for (int row = 0; row < pinnedRowCount(); ++row) {
-            if (m_rows.at(row).clip.text == clip.text) {
-                m_rows[row].clip = clip;
+    const ClipStore& store = m_history.store();
+    const quint32 slot = store.slotAt(0);
+    const QString text = store.textOf(slot);
+    if (m_productivity.pins().contains(text)) {
+        // A favourite keeps its place; only its date changes, or its placeholder becomes the entry.
+        for (int row = 0; row < m_rows.pinnedCount; ++row) {
+            if (textOf(m_rows.rows.at(row)) == text) {
+                m_rows.rows[row] = qint32(slot);
                 Q_EMIT dataChanged(index(row), index(row));
             }
         }
         return;
     }
-    const int top = pinnedRowCount();
-    const int current = movedFrom ? rowOf(clip.id) : -1;
+    const int top = int(m_rows.pinnedCount);
+    const int current = movedFrom ? rowOf(qint32(slot)) : -1;
     if (current >= 0) {
         if (current != top) {
             beginMoveRows(QModelIndex(), current, current, QModelIndex(), top);
-            m_rows.move(current, top);
+            m_rows.rows.move(current, top);
             endMoveRows();
         }
-        m_rows[top].clip = clip;
         Q_EMIT dataChanged(index(top), index(top));
         return;
     }
-    if (!keeps(clip, false))
+    if (!ClipKinds::matchesKind(m_filter, store.entry(slot).kind, false) ||
+        !ClipSearch(m_search).matches(text))
         return;
     beginInsertRows(QModelIndex(), top, top);
-    m_rows.insert(top, ClipRow{clip, false});
+    m_rows.rows.insert(top, qint32(slot));
     endInsertRows();
 }
 
-void HistoryListModel::clipRemoved(const QUuid& id)
+void HistoryListModel::clipRemoved(quint32 slot)
 {
     if (m_pending) {
         rebuild(false);
         return;
     }
-    const int row = rowOf(id);
+    const int row = rowOf(qint32(slot));
     if (row < 0)
         return;
     beginRemoveRows(QModelIndex(), row, row);
-    m_rows.removeAt(row);
+    m_rows.rows.removeAt(row);
+    if (row < m_rows.pinnedCount)
+        --m_rows.pinnedCount;
     endRemoveRows();
 }
 
-std::optional<ClipRow> HistoryListModel::rowAt(int row) const
+std::optional<Clip> HistoryListModel::clipAt(int row) const
 {
-    if (row < 0 || row >= m_rows.size())
+    if (row < 0 || row >= m_rows.rows.size())
         return std::nullopt;
-    return m_rows.at(row);
+    const qint32 slot = m_rows.rows.at(row);
+    if (slot >= 0)
+        return m_history.store().clipOf(quint32(slot));
+    return m_rows.placeholders.at(-1 - slot);
 }
 
 void HistoryListModel::copyBack(int row)
 {
-    if (const auto entry = rowAt(row))
-        m_history.copyBack(entry->clip);
+    if (const auto clip = clipAt(row))
+        m_history.copyBack(*clip);
 }
 
 void HistoryListModel::togglePin(int row)
 {
-    if (const auto entry = rowAt(row))
-        m_productivity.togglePin(entry->clip.text);
+    if (const auto clip = clipAt(row))
+        m_productivity.togglePin(clip->text);
 }
 
 void HistoryListModel::remove(int row)
 {
-    if (const auto entry = rowAt(row))
-        m_history.deleteClip(entry->clip);
+    if (const auto clip = clipAt(row))
+        m_history.deleteClip(*clip);
 }
 
 int HistoryListModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : int(m_rows.size());
+    return parent.isValid() ? 0 : int(m_rows.rows.size());
 }
 
 QVariant HistoryListModel::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const ClipRow& row = m_rows.at(index.row());
+    const int row = index.row();
+    const qint32 slot = m_rows.rows.at(row);
+    const ClipStore& store = m_history.store();
+    const auto kind = [&] {
+        return slot >= 0 ? store.entry(quint32(slot)).kind : ClipKinds::classify(textOf(slot));
+    };
+    const auto date = [&] {
+        return slot >= 0 ? QDateTime::fromMSecsSinceEpoch(store.entry(quint32(slot)).date, Qt::UTC)
+                         : m_rows.placeholders.at(-1 - slot).date;
+    };
     switch (role) {
     case Qt::DisplayRole:
     case Qt::AccessibleTextRole:
-        return preview(row.clip.text);
+        return preview(textOf(slot));
     case TextRole:
-        return row.clip.text;
+        return textOf(slot);
     case IdRole:
-        return row.clip.id;
+        return slot >= 0 ? store.entry(quint32(slot)).id : m_rows.placeholders.at(-1 - slot).id;
     case DateRole:
-        return row.clip.date;
+        return date();
     case PinnedRole:
-        return row.pinned;
+        return isPinnedRow(row);
     case KindRole:
-        return ClipKinds::label(ClipKinds::classify(row.clip.text));
+        return ClipKinds::label(kind());
     case CaptionRole:
-        return HistoryTexts::rowCaption(ClipKinds::label(ClipKinds::classify(row.clip.text)), row.clip.date,
-                                        m_clock.now());
+        return HistoryTexts::rowCaption(ClipKinds::label(kind()), date(), m_clock.now());
     default:
         return {};
     }

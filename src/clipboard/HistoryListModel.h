@@ -37,9 +37,9 @@ public:
 
     // Longest display text of a row; the rest of a long copy is never laid out.
     static constexpr qsizetype previewLength = 300;
-    // Histories with more characters than this (a few milliseconds of filtering) are rebuilt off
-    // the main thread.
-    static constexpr qint64 backgroundCharacters = 8'000'000;
+    // Histories with more text than this (a few milliseconds of searching) are rebuilt off the
+    // main thread.
+    static constexpr qint64 backgroundBytes = 8'000'000;
     // How long typing must pause before a long history is searched.
     static constexpr double searchPause = 0.15;
 
@@ -50,14 +50,15 @@ public:
     void setFilter(ClipKind filter);
     const QString& search() const { return m_search; }
     void setSearch(const QString& search);
-    bool isEmpty() const { return m_rows.isEmpty(); }
+    bool isEmpty() const { return m_rows.rows.isEmpty(); }
     // No rebuild is waiting or running: the rows match the current choice.
     bool isSettled() const { return !m_pending; }
     // Where a rebuild runs off the main thread (tests lower it to reach that path).
-    void setBackgroundThreshold(qint64 characters) { m_backgroundThreshold = characters; }
+    void setBackgroundThreshold(qint64 bytes) { m_backgroundThreshold = bytes; }
 
     // The row's clip; an invalid row gives nothing.
-    std::optional<ClipRow> rowAt(int row) const;
+    std::optional<Clip> clipAt(int row) const;
+    bool isPinnedRow(int row) const { return row >= 0 && row < m_rows.pinnedCount; }
     // Row actions of the page.
     void copyBack(int row);
     void togglePin(int row);
@@ -78,21 +79,21 @@ private:
     void rebuild(bool afterPause);
     // One rebuild at a time on the worker; a change meanwhile starts the next when it answers.
     void startBackgroundRebuild();
-    void backgroundRebuildAnswered(quint64 generation, QList<ClipRow> rows);
-    void replaceRows(QList<ClipRow> rows);
-    bool keeps(const Clip& clip, bool pinned) const;
-    int pinnedRowCount() const;
-    int rowOf(const QUuid& id) const;
+    void backgroundRebuildAnswered(quint64 generation, VisibleRows rows);
+    void replaceRows(VisibleRows rows);
+    QList<PinnedText> pinnedTexts() const;
+    int rowOf(qint32 slot) const;
+    QString textOf(qint32 slot) const;
     void clipArrivedOnTop(std::optional<int> movedFrom);
-    void clipRemoved(const QUuid& id);
+    void clipRemoved(quint32 slot);
 
     ClipboardHistory& m_history;
     Productivity& m_productivity;
     Clock& m_clock;
     ClipKind m_filter = ClipKind::all;
     QString m_search;
-    QList<ClipRow> m_rows;
-    qint64 m_backgroundThreshold = backgroundCharacters;
+    VisibleRows m_rows;
+    qint64 m_backgroundThreshold = backgroundBytes;
     // Counts rebuilds; an answer for an older one is dropped, and the worker skips a rebuild that
     // is already outdated when its turn comes.
     quint64 m_generation = 0;

@@ -172,7 +172,7 @@ void Model::persistFocus() { m_focus->persistFocus(); }
 const QList<Notice>& Model::notices() const { return m_activity->notices(); }
 void Model::addNotice(const QString& title, const QString& detail) { m_activity->addNotice(title, detail); }
 
-const QList<Clip>& Model::clips() const { return m_clipboard->clips(); }
+QList<Clip> Model::clips() const { return m_clipboard->clips(); }
 ClipboardArchive* Model::archive() const { return m_clipboard->archive(); }
 QString Model::historyStorageError() const { return m_clipboard->historyStorageError(); }
 bool Model::recording() const { return m_clipboard->recording(); }

@@ -110,7 +110,8 @@ public:
     void addNotice(const QString& title, const QString& detail);
 
     // Clipboard history.
-    const QList<Clip>& clips() const;
+    // A copy of every entry: fine for tests and short histories; views read the store instead.
+    QList<Clip> clips() const;
     ClipboardArchive* archive() const;
     QString historyStorageError() const;
     bool recording() const;

@@ -7,6 +7,7 @@ int runArchiveTests(int argc, char** argv);
 int runCaptureTests(int argc, char** argv);
 int runClassifyTests(int argc, char** argv);
 int runRowsTests(int argc, char** argv);
+int runStoreTests(int argc, char** argv);
 int runPageTests(int argc, char** argv);
 int runPasteboardTests(int argc, char** argv);
 

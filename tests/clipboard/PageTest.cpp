@@ -139,14 +139,15 @@ private Q_SLOTS:
         // The favourite toggle pins "mitte", which moves to the top.
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, areaCentre(1, HistoryRowDelegate::Area::pin));
         QTRY_COMPARE(model.productivity().pins(), QStringList{QStringLiteral("mitte")});
-        QCOMPARE(page.rows()->rowAt(0)->clip.text, QStringLiteral("mitte"));
+        QCOMPARE(page.rows()->clipAt(0)->text, QStringLiteral("mitte"));
         QVERIFY(!closed);
 
         // Delete removes "alt" everywhere.
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
                           areaCentre(2, HistoryRowDelegate::Area::remove));
         QTRY_COMPARE(model.clips().size(), 2);
-        QVERIFY(std::none_of(model.clips().cbegin(), model.clips().cend(),
+        const QList<Clip> left = model.clips();
+        QVERIFY(std::none_of(left.cbegin(), left.cend(),
                              [](const Clip& c) { return c.text == QStringLiteral("alt"); }));
 
         // Clicking the row's text copies it back and closes the panel, without reordering.

@@ -45,18 +45,29 @@ private Q_SLOTS:
     {
         const QList<Clip> clips = history({"neu", "Favorit zwei", "mitte", "Favorit eins", "alt"});
         const QStringList pins{"Favorit eins", "Nur noch Favorit", "Favorit zwei"};
-        const QList<ClipRow> rows = visibleClipRows(clips, pins, {}, ClipKind::all, now);
+        const QList<Clip> rows = visibleClips(clips, pins, {}, ClipKind::all, now);
         QCOMPARE(rows.size(), 6);
-        QCOMPARE(rows.at(0).clip, clips.at(3));
+        QCOMPARE(rows.at(0), clips.at(3));
         // A favourite that left the history is a placeholder made now, with an id of its own.
-        QCOMPARE(rows.at(1).clip.text, QStringLiteral("Nur noch Favorit"));
-        QCOMPARE(rows.at(1).clip.date, now);
-        QVERIFY(!rows.at(1).clip.id.isNull());
-        QCOMPARE(rows.at(2).clip, clips.at(1));
-        QCOMPARE(texts(visibleClips(clips, pins, {}, ClipKind::all, now)).mid(3),
-                 QStringList({"neu", "mitte", "alt"}));
-        for (int i = 0; i < rows.size(); ++i)
-            QCOMPARE(rows.at(i).pinned, i < 3);
+        QCOMPARE(rows.at(1).text, QStringLiteral("Nur noch Favorit"));
+        QCOMPARE(rows.at(1).date, now);
+        QVERIFY(!rows.at(1).id.isNull());
+        QCOMPARE(rows.at(2), clips.at(1));
+        QCOMPARE(texts(rows).mid(3), QStringList({"neu", "mitte", "alt"}));
+
+        // The store's rows agree, and say which rows are favourites.
+        ClipStore store;
+        for (const Clip& clip : clips)
+            store.append(clip);
+        QList<PinnedText> pinned;
+        for (const QString& pin : pins)
+            pinned.append(PinnedText{pin, store.slotOf(pin)});
+        const VisibleRows visible = visibleRows(store.snapshot(), pinned, {}, ClipKind::all, now);
+        QCOMPARE(visible.pinnedCount, 3);
+        QCOMPARE(visible.rows.size(), 6);
+        QCOMPARE(visible.placeholders.size(), 1);
+        QCOMPARE(visible.rows.at(1), -1);
+        QCOMPARE(store.clipOf(quint32(visible.rows.at(0))), clips.at(3));
     }
 
     void searchAndFilterBothHold()

@@ -12,6 +12,7 @@ int main(int argc, char** argv)
     failures += runArchiveTests(argc, argv);
     failures += runCaptureTests(argc, argv);
     failures += runClassifyTests(argc, argv);
+    failures += runStoreTests(argc, argv);
     failures += runRowsTests(argc, argv);
     failures += runPageTests(argc, argv);
     failures += runPasteboardTests(argc, argv);
