@@ -10,6 +10,7 @@
 #include "focus/FocusTimer.h"
 #include "media/NowPlaying.h"
 #include "model/PanelState.h"
+#include "platform/Pasteboard.h"
 #include "productivity/Productivity.h"
 #include "productivity/Shelf.h"
 #include "productivity/WorkspaceLauncher.h"
@@ -19,6 +20,16 @@
 #include "setup/PermissionStore.h"
 
 #include <QTimer>
+
+namespace {
+
+// A copy whose application did not hand it over: the user would wonder why it is missing.
+QString unreadableCopy()
+{
+    return QStringLiteral("Kopie nicht übernommen: Die Anwendung, aus der kopiert wurde, antwortet nicht.");
+}
+
+} // namespace
 
 Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboard& clipboard,
              std::optional<QString> historyPath, QObject* parent)
@@ -43,6 +54,10 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
     m_clipboard =
         std::make_unique<ClipboardHistory>(defaults, clipboard, platform.clock, *m_productivity, historyPath);
     connect(m_clipboard.get(), &ClipboardHistory::copiedBack, this, &Model::close);
+    connect(&clipboard, &Pasteboard::unreadable, this, [this] {
+        if (m_clipboard->recording())
+            setMessage(unreadableCopy());
+    });
 
     // 4. Activity list.
     m_activity = std::make_unique<ActivityLog>(defaults, platform.clock);

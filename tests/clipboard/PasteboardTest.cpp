@@ -1,6 +1,10 @@
 #include "ClipboardTests.h"
 
+#include "TestSupport.h"
+
+#include "clipboard/ClipboardHistory.h"
 #include "platform/linux/LinuxPasteboard.h"
+#include "platform/linux/X11TextTargets.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -8,8 +12,9 @@
 #include <QSignalSpy>
 #include <QTest>
 
-// The Linux pasteboard's own rules on the in-process clipboard of the offscreen platform; the
-// X11 test folder drives the real selection.
+// The Linux pasteboard's own rules on the in-process clipboard of the offscreen platform, the
+// reading of X11 text targets, and what the model makes of a copy it could not read; the X11
+// test folder drives the real selection.
 class PasteboardTest : public QObject
 {
     Q_OBJECT
@@ -68,6 +73,113 @@ private Q_SLOTS:
             QCOMPARE(pasteboard.string(), std::nullopt);
         else
             QCOMPARE(pasteboard.string(), std::optional<QString>(QStringLiteral("geheim")));
+    }
+
+    void bestTextTarget_data()
+    {
+        QTest::addColumn<QList<QByteArray>>("offered");
+        QTest::addColumn<QByteArray>("best");
+        const QByteArray none;
+        QTest::newRow("UTF-8 by name first")
+            << QList<QByteArray>{"TEXT", "STRING", "text/plain", "text/plain;charset=utf-8", "UTF8_STRING"}
+            << QByteArray("UTF8_STRING");
+        QTest::newRow("MIME UTF-8 before locale and Latin-1")
+            << QList<QByteArray>{"STRING", "text/plain", "text/plain;charset=utf-8"}
+            << QByteArray("text/plain;charset=utf-8");
+        QTest::newRow("MIME UTF-8 in another spelling")
+            << QList<QByteArray>{"TEXT", "text/plain; charset=UTF-8"}
+            << QByteArray("text/plain; charset=UTF-8");
+        QTest::newRow("plain before STRING")
+            << QList<QByteArray>{"STRING", "text/plain"} << QByteArray("text/plain");
+        QTest::newRow("STRING before TEXT") << QList<QByteArray>{"TEXT", "STRING"} << QByteArray("STRING");
+        QTest::newRow("TEXT as the last resort")
+            << QList<QByteArray>{"TARGETS", "TEXT"} << QByteArray("TEXT");
+        QTest::newRow("other charsets are not text we read")
+            << QList<QByteArray>{"text/plain;charset=utf-16", "text/html", "image/png"} << none;
+        QTest::newRow("nothing offered") << QList<QByteArray>{} << none;
+    }
+    void bestTextTarget()
+    {
+        QFETCH(QList<QByteArray>, offered);
+        QFETCH(QByteArray, best);
+        QCOMPARE(X11TextTargets::best(offered).value_or(QByteArray()), best);
+    }
+
+    void decodeText_data()
+    {
+        QTest::addColumn<QByteArray>("target");
+        QTest::addColumn<QByteArray>("type");
+        QTest::addColumn<QByteArray>("data");
+        QTest::addColumn<QString>("text");
+        const QString grusse = QStringLiteral("Grüße");
+        QTest::newRow("UTF8_STRING") << QByteArray("UTF8_STRING") << QByteArray("UTF8_STRING")
+                                     << grusse.toUtf8() << grusse;
+        QTest::newRow("MIME UTF-8") << QByteArray("text/plain;charset=utf-8")
+                                    << QByteArray("text/plain;charset=utf-8") << grusse.toUtf8() << grusse;
+        QTest::newRow("STRING is Latin-1")
+            << QByteArray("STRING") << QByteArray("STRING") << grusse.toLatin1() << grusse;
+        QTest::newRow("TEXT answered as UTF-8")
+            << QByteArray("TEXT") << QByteArray("UTF8_STRING") << grusse.toUtf8() << grusse;
+        QTest::newRow("TEXT answered as STRING")
+            << QByteArray("TEXT") << QByteArray("STRING") << grusse.toLatin1() << grusse;
+        QTest::newRow("compound text without escapes")
+            << QByteArray("TEXT") << QByteArray("COMPOUND_TEXT") << grusse.toLatin1() << grusse;
+        QTest::newRow("one trailing NUL dropped")
+            << QByteArray("UTF8_STRING") << QByteArray("UTF8_STRING") << QByteArray("a\0\0", 3)
+            << QStringLiteral("a") + QChar(u'\0');
+        QTest::newRow("white space kept") << QByteArray("UTF8_STRING") << QByteArray("UTF8_STRING")
+                                          << QByteArray(" \n\t ") << QStringLiteral(" \n\t ");
+    }
+    void decodeText()
+    {
+        QFETCH(QByteArray, target);
+        QFETCH(QByteArray, type);
+        QFETCH(QByteArray, data);
+        QFETCH(QString, text);
+        QCOMPARE(X11TextTargets::decode(target, type, data), std::optional<QString>(text));
+    }
+
+    void compoundTextWithEscapesIsNotGuessed()
+    {
+        QCOMPARE(X11TextTargets::decode("TEXT", "COMPOUND_TEXT", "\x1b-A\xe4"), std::nullopt);
+    }
+
+    void typesOfTheTargets()
+    {
+        const QStringList types = LinuxPasteboard::typesForFormats(X11TextTargets::formats(
+            {"TARGETS", "TIMESTAMP", "MULTIPLE", "SAVE_TARGETS", "UTF8_STRING", "STRING", "TEXT",
+             "text/plain", "text/plain;charset=utf-8", "x-kde-passwordManagerHint", ""}));
+        QCOMPARE(types, (QStringList{Pasteboard::concealedType(), QStringLiteral("text/plain"),
+                                     QStringLiteral("text/plain;charset=utf-8"),
+                                     QStringLiteral("x-kde-passwordManagerHint")}));
+    }
+
+    // The contract the memory pasteboard keeps for the model: a copy that was never handed over
+    // is a change without text, and the user is told while the history records.
+    void unreadableCopyIsReportedOnlyWhileRecording()
+    {
+        ModelFixture fixture;
+        Model& model = *fixture.model;
+        MemoryPasteboard& pasteboard = fixture.memory.pasteboard;
+        pasteboard.copyFromOutside(QStringLiteral("vorher"));
+        model.pollClipboard();
+        QCOMPARE(model.clips().size(), 1);
+
+        const qint64 count = pasteboard.changeCount();
+        pasteboard.copyFromUnresponsiveOwner({QStringLiteral("text/plain")});
+        QCOMPARE(pasteboard.changeCount(), count + 1);
+        QCOMPARE(pasteboard.string(), std::nullopt);
+        QCOMPARE(
+            model.message(),
+            QStringLiteral("Kopie nicht übernommen: Die Anwendung, aus der kopiert wurde, antwortet nicht."));
+        model.pollClipboard();
+        QCOMPARE(model.clips().size(), 1);
+        QCOMPARE(model.clips().first().text, QStringLiteral("vorher"));
+
+        model.setMessage(QString());
+        model.clipboardHistory().setRecording(false);
+        pasteboard.copyFromUnresponsiveOwner();
+        QCOMPARE(model.message(), QString());
     }
 };
 

@@ -1,5 +1,6 @@
 #include "X11ClipboardTest.h"
 
+#include "OwnerProcess.h"
 #include "TestSupport.h"
 
 #include "clipboard/ClipboardArchive.h"
@@ -59,6 +60,7 @@ private Q_SLOTS:
         ScratchDomain domain;
         MemoryPlatform memory;
         LinuxPasteboard pasteboard(QGuiApplication::clipboard());
+        QVERIFY(watching(pasteboard));
         const Platform base = memory.platform();
         const Platform platform{base.clock,   base.scheduler,  pasteboard,    base.permissions,
                                 base.sound,   base.workspace,  base.displays, base.pointer,
@@ -129,7 +131,42 @@ private Q_SLOTS:
         QCOMPARE(model.clips().size(), 3);
     }
 
+    void hungOwnerIsReportedAndTheNextCopyIsCaptured()
+    {
+        QTemporaryDir dir;
+        ScratchDomain domain;
+        MemoryPlatform memory;
+        LinuxPasteboard pasteboard(QGuiApplication::clipboard());
+        QVERIFY(watching(pasteboard));
+        const Platform base = memory.platform();
+        const Platform platform{base.clock,   base.scheduler,  pasteboard,    base.permissions,
+                                base.sound,   base.workspace,  base.displays, base.pointer,
+                                base.hotKeys, base.keyMonitor, base.statusBar};
+        Model model(*domain.defaults, platform, true, pasteboard,
+                    dir.filePath(QStringLiteral("clipboard.sqlite")));
+        model.stopHeartbeat();
+
+        OwnerProcess hung("hung");
+        QVERIFY(hung.take(QStringLiteral("hängt")));
+        QTRY_COMPARE_WITH_TIMEOUT(
+            model.message(),
+            QStringLiteral("Kopie nicht übernommen: Die Anwendung, aus der kopiert wurde, antwortet nicht."),
+            captureTimeout);
+        QVERIFY(model.clips().isEmpty());
+
+        const QString next = QStringLiteral("Danach kopiert");
+        copyWithXclip(memory, next);
+        QTRY_COMPARE_WITH_TIMEOUT(firstText(model), next, captureTimeout);
+        QCOMPARE(model.clips().size(), 1);
+    }
+
 private:
+    static bool watching(LinuxPasteboard& pasteboard)
+    {
+        QSignalSpy started(&pasteboard, &LinuxPasteboard::watching);
+        return started.wait(captureTimeout);
+    }
+
     static QString firstText(const Model& model)
     {
         return model.clips().isEmpty() ? QString() : model.clips().first().text;

@@ -1,7 +1,12 @@
 #include "platform/linux/LinuxPasteboard.h"
 
+#include "platform/linux/X11ClipboardWatcher.h"
+#include "platform/linux/X11Support.h"
+
 #include <QClipboard>
 #include <QMimeData>
+
+#include <xcb/xcb.h>
 
 namespace {
 
@@ -27,13 +32,43 @@ const QList<Marker>& markers()
     return list;
 }
 
+// A whole read is a few requests (targets, text, a text in pieces), but an owner that trickles
+// its pieces must not keep the reader forever.
+constexpr int requestsPerRead = 10;
+
 } // namespace
 
-LinuxPasteboard::LinuxPasteboard(QClipboard* clipboard, QObject* parent)
+LinuxPasteboard::LinuxPasteboard(QClipboard* clipboard, std::chrono::milliseconds requestTimeout,
+                                 QObject* parent)
     : Pasteboard(parent), m_clipboard(clipboard)
 {
-    if (m_clipboard)
+    if (X11Support::connection())
+        startWatching(requestTimeout);
+    else if (m_clipboard)
         connect(m_clipboard, &QClipboard::changed, this, &LinuxPasteboard::clipboardChanged);
+}
+
+LinuxPasteboard::~LinuxPasteboard()
+{
+    m_thread.quit();
+    m_thread.wait();
+}
+
+void LinuxPasteboard::startWatching(std::chrono::milliseconds requestTimeout)
+{
+    const xcb_setup_t* setup = xcb_get_setup(X11Support::connection());
+    const X11SelectionRead::Limits limits{requestTimeout, requestTimeout * requestsPerRead, largestTextBytes};
+    m_watcher = new X11ClipboardWatcher(setup->resource_id_base, setup->resource_id_mask, limits);
+    m_watcher->moveToThread(&m_thread);
+    connect(&m_thread, &QThread::finished, m_watcher, &QObject::deleteLater);
+    connect(m_watcher, &X11ClipboardWatcher::started, this, &LinuxPasteboard::watching);
+    connect(m_watcher, &X11ClipboardWatcher::changeSeen, this, &LinuxPasteboard::contentPending);
+    connect(m_watcher, &X11ClipboardWatcher::contentRead, this, &LinuxPasteboard::contentRead);
+    connect(m_watcher, &X11ClipboardWatcher::takenByUs, this, &LinuxPasteboard::takenByUs);
+    connect(m_watcher, &X11ClipboardWatcher::fenced, this, &LinuxPasteboard::fenced);
+    m_thread.setObjectName(QStringLiteral("Brenlow.clipboard"));
+    m_thread.start();
+    QMetaObject::invokeMethod(m_watcher, &X11ClipboardWatcher::start, Qt::QueuedConnection);
 }
 
 QStringList LinuxPasteboard::typesForFormats(const QStringList& formats)
@@ -53,50 +88,74 @@ QStringList LinuxPasteboard::typesForFormats(const QStringList& formats)
     return types;
 }
 
-QStringList LinuxPasteboard::types() const
-{
-    const QMimeData* mime = content();
-    return mime ? typesForFormats(mime->formats()) : QStringList();
-}
-
-std::optional<QString> LinuxPasteboard::string() const
-{
-    const QMimeData* mime = content();
-    if (!mime)
-        return std::nullopt;
-    const QStringList formats = mime->formats();
-    // A secret is not even transferred: asking for its text would make the owner send it.
-    if (typesForFormats(formats).contains(concealedType()) || !mime->hasText())
-        return std::nullopt;
-    return mime->text();
-}
-
 void LinuxPasteboard::clearAndWriteString(const QString& text)
 {
     if (!m_clipboard)
         return;
     // The count moves before Qt reports the write, so it has moved when this returns; the
-    // report (synchronous on X11) is ours and not counted.
+    // report (synchronous) is ours and not counted.
     ++m_changeCount;
     m_writing = true;
     m_clipboard->setText(text, QClipboard::Clipboard);
     m_writing = false;
+    m_content = ClipboardSnapshot{m_content.change, {QStringLiteral("text/plain")}, text, false};
+    if (m_watcher) {
+        // Qt has made us the owner when setText returns; the fence tells when the reading
+        // thread has seen that, also should the echo never come.
+        ++m_writes;
+        ++m_unseenWrites;
+        X11ClipboardWatcher* watcher = m_watcher;
+        const quint64 write = m_writes;
+        QMetaObject::invokeMethod(
+            m_watcher, [watcher, write] { watcher->fence(write); }, Qt::QueuedConnection);
+    }
     Q_EMIT changed();
+}
+
+void LinuxPasteboard::contentRead(const ClipboardSnapshot& snapshot)
+{
+    // The content before the first change sets the scene without counting as one.
+    if (snapshot.change == 0) {
+        if (m_changeCount == 0 && m_unseenWrites == 0 && m_watcher->latestChange() == 0)
+            m_content = snapshot;
+        return;
+    }
+    if (m_unseenWrites > 0 || snapshot.change != m_watcher->latestChange()) {
+        ++m_overtaken;
+        return;
+    }
+    ++m_changeCount;
+    m_content = snapshot;
+    Q_EMIT changed();
+    if (snapshot.unreadable)
+        Q_EMIT unreadable();
+}
+
+void LinuxPasteboard::takenByUs()
+{
+    if (m_unseenWrites > 0)
+        --m_unseenWrites;
+}
+
+void LinuxPasteboard::fenced(quint64 write)
+{
+    // Every echo of the writes up to `write` that the server sent has arrived before this.
+    m_unseenWrites = std::min(m_unseenWrites, m_writes - write);
 }
 
 void LinuxPasteboard::clipboardChanged(QClipboard::Mode mode)
 {
-    if (mode != QClipboard::Clipboard || !m_clipboard)
+    if (mode != QClipboard::Clipboard || !m_clipboard || m_writing || m_clipboard->ownsClipboard())
         return;
-    // Our own write, or a late report while our content is still the selection: the X server
-    // tells other owners' changes only after it took the selection from us.
-    if (m_writing || m_clipboard->ownsClipboard())
-        return;
+    const QMimeData* mime = m_clipboard->mimeData(QClipboard::Clipboard);
+    ClipboardSnapshot content;
+    if (mime) {
+        content.types = typesForFormats(mime->formats());
+        // A secret is not even transferred: asking for its text would make the owner send it.
+        if (!content.types.contains(concealedType()) && mime->hasText())
+            content.text = mime->text();
+    }
     ++m_changeCount;
+    m_content = content;
     Q_EMIT changed();
-}
-
-const QMimeData* LinuxPasteboard::content() const
-{
-    return m_clipboard ? m_clipboard->mimeData(QClipboard::Clipboard) : nullptr;
 }

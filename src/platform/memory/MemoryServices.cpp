@@ -25,6 +25,15 @@ void MemoryPasteboard::copyFromOutside(std::optional<QString> text, const QStrin
     Q_EMIT changed();
 }
 
+void MemoryPasteboard::copyFromUnresponsiveOwner(const QStringList& types)
+{
+    m_types = types;
+    m_text.reset();
+    ++m_changeCount;
+    Q_EMIT changed();
+    Q_EMIT unreadable();
+}
+
 bool MemoryPermissions::accessibilityTrusted(bool prompt) const
 {
     if (prompt)

@@ -29,6 +29,9 @@ public:
 
     // Another application copies: text (or nothing) with extra types such as concealedType().
     void copyFromOutside(std::optional<QString> text, const QStringList& extraTypes = {});
+    // Another application copies but never hands the content over: a change with the types it
+    // named and no text.
+    void copyFromUnresponsiveOwner(const QStringList& types = {});
 
 private:
     QString m_name;

@@ -1,0 +1,3 @@
+#pragma once
+
+int runX11ReadTests(int argc, char** argv);
