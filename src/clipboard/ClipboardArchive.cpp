@@ -14,7 +14,9 @@
 #include <limits>
 #include <string>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -54,9 +56,9 @@ QByteArray encodeId(const QUuid& id)
     return id.toByteArray(QUuid::WithoutBraces).toUpper();
 }
 
-// Creates the missing folders down to `folder`, each private to the user (0700), as the
-// intermediate folders of a fresh data directory hold nothing anyone else should list.
-// Folders that already exist keep the mode their owner chose.
+// Creates the missing folders down to `folder`, each private to the user (0700) from the
+// first moment, as the intermediate folders of a fresh data directory hold nothing anyone else
+// should list. Folders that already exist keep the mode their owner chose.
 bool makePrivateFolders(const QString& folder)
 {
     QStringList missing;
@@ -69,16 +71,54 @@ bool makePrivateFolders(const QString& folder)
         current = parent;
     }
     for (const QString& path : std::as_const(missing)) {
-        const QByteArray native = QFile::encodeName(path);
-        if (::mkdir(native.constData(), 0700) == 0) {
-            // The umask may have taken bits away; the mode must be exactly 0700.
-            if (::chmod(native.constData(), 0700) != 0)
-                return false;
-        } else if (errno != EEXIST) {
+        if (::mkdir(QFile::encodeName(path).constData(), 0700) != 0 && errno != EEXIST)
             return false;
-        }
     }
     return QFileInfo(folder).isDir();
+}
+
+[[noreturn]] void refuse(const QString& path, const char* why)
+{
+    throw ClipboardArchive::Failure(path.toStdString() + ": " + why);
+}
+
+// The history's own folder and file must be ours and real: a planted symbolic link or another
+// user's file would have the history written where someone else can read it. Such a place is
+// refused and left untouched. Our own folder loses any access by others; a missing file is
+// created private, so no reader ever sees it with looser rights.
+void claimPrivatePlace(const QString& file)
+{
+    const QString folder = QFileInfo(file).absolutePath();
+    if (!makePrivateFolders(folder))
+        throw ClipboardArchive::Failure("create folder " + folder.toStdString() + ": " +
+                                        std::strerror(errno));
+    const QByteArray nativeFolder = QFile::encodeName(folder);
+    struct stat info
+    {
+    };
+    if (::lstat(nativeFolder.constData(), &info) != 0)
+        refuse(folder, std::strerror(errno));
+    if (!S_ISDIR(info.st_mode))
+        refuse(folder, "not a folder (a symbolic link?)");
+    if (info.st_uid != ::geteuid())
+        refuse(folder, "belongs to another user");
+    if ((info.st_mode & 077) != 0 && ::chmod(nativeFolder.constData(), 0700) != 0)
+        refuse(folder, std::strerror(errno));
+
+    const QByteArray nativeFile = QFile::encodeName(file);
+    if (::lstat(nativeFile.constData(), &info) == 0) {
+        if (!S_ISREG(info.st_mode))
+            refuse(file, "not a plain file (a symbolic link?)");
+        if (info.st_uid != ::geteuid())
+            refuse(file, "belongs to another user");
+        return;
+    }
+    if (errno != ENOENT)
+        refuse(file, std::strerror(errno));
+    const int fd = ::open(nativeFile.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+    if (fd < 0)
+        refuse(file, std::strerror(errno));
+    ::close(fd);
 }
 
 // What went wrong in `step`, in SQLite's words (its extended result code included).
@@ -90,7 +130,7 @@ bool makePrivateFolders(const QString& folder)
         what += sqlite3_errmsg(db);
         what += " (" + std::to_string(sqlite3_extended_errcode(db)) + ")";
     }
-    throw ClipboardArchive::Failure(what);
+    throw ClipboardArchive::Failure(what, db ? sqlite3_extended_errcode(db) : 0);
 }
 
 // One prepared statement, finalised when it leaves scope: no statement outlives its call.
@@ -142,29 +182,49 @@ QString ClipboardArchive::localPath()
            QStringLiteral("/Brenlow/clipboard.sqlite");
 }
 
-ClipboardArchive::ClipboardArchive(const std::optional<QString>& path)
+bool ClipboardArchive::Failure::readOnly() const
 {
-    QByteArray location = ":memory:";
-    if (path) {
-        if (!makePrivateFolders(QFileInfo(*path).absolutePath()))
-            throw Failure("create folder " + QFileInfo(*path).absolutePath().toStdString() + ": " +
-                          std::strerror(errno));
-        location = QFile::encodeName(*path);
-    }
+    return (code & 0xff) == SQLITE_READONLY;
+}
+
+ClipboardArchive::ClipboardArchive(const std::optional<QString>& path) : m_path(path)
+{
+    if (m_path)
+        claimPrivatePlace(*m_path);
+    open();
+}
+
+void ClipboardArchive::reopen()
+{
+    sqlite3_close(m_storage);
+    m_storage = nullptr;
+    open();
+}
+
+void ClipboardArchive::open()
+{
+    const QByteArray location = m_path ? QFile::encodeName(*m_path) : QByteArray(":memory:");
     sqlite3* db = nullptr;
     if (sqlite3_open_v2(location.constData(), &db, openFlags, nullptr) != SQLITE_OK) {
         const std::string what = std::string("open: ") + (db ? sqlite3_errmsg(db) : "out of memory");
+        const int code = db ? sqlite3_extended_errcode(db) : SQLITE_NOMEM;
         sqlite3_close(db);
-        throw Failure(what);
+        throw Failure(what, code);
     }
     m_storage = db;
     try {
+        sqlite3_busy_timeout(m_storage, busyTimeoutMs);
         // A file that is not a database fails here, before anything is written to it.
         execute("PRAGMA secure_delete=ON");
         execute("PRAGMA synchronous=FULL");
         execute("CREATE TABLE IF NOT EXISTS clips (id TEXT PRIMARY KEY, text TEXT NOT NULL UNIQUE, date REAL "
                 "NOT NULL)");
-        if (path && ::chmod(location.constData(), 0600) != 0)
+        struct stat info
+        {
+        };
+        // Exactly 0600; a file that already is needs no change (and may not allow one).
+        if (m_path && (::stat(location.constData(), &info) != 0 || (info.st_mode & 07777) != 0600) &&
+            ::chmod(location.constData(), 0600) != 0)
             throw Failure(std::string("chmod: ") + std::strerror(errno));
     } catch (...) {
         sqlite3_close(m_storage);

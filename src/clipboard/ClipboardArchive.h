@@ -20,8 +20,16 @@ public:
     // names the step and SQLite's own message, for the log.
     struct Failure : std::runtime_error
     {
-        explicit Failure(const std::string& what) : std::runtime_error(what) {}
+        explicit Failure(const std::string& what, int code = 0) : std::runtime_error(what), code(code) {}
+        // SQLite's extended result code; 0 for folder and permission problems.
+        int code;
+        // The connection cannot write (the file was read-only when it was opened): reopening may
+        // help once the file is writable again.
+        bool readOnly() const;
     };
+
+    // How long a write waits for another process's lock before it fails; the main thread waits.
+    static constexpr int busyTimeoutMs = 200;
 
     // $XDG_DATA_HOME/Brenlow/clipboard.sqlite
     static QString localPath();
@@ -43,9 +51,14 @@ public:
     void remove(const QString& text);
     // Deletes every row.
     void clear();
+    // Opens the file again: a connection that SQLite opened read-only stays read-only.
+    void reopen();
 
 private:
+    void open();
     void execute(const char* sql);
+
+    std::optional<QString> m_path;
 
     sqlite3* m_storage = nullptr;
 };

@@ -6,11 +6,13 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -242,6 +244,65 @@ private Q_SLOTS:
         blocker.close();
         QVERIFY_THROWS_EXCEPTION(ClipboardArchive::Failure, ClipboardArchive archive(dir.filePath(
                                                                 QStringLiteral("Brenlow/clipboard.sqlite"))));
+    }
+
+    // A history place someone planted (a link, another user's file or folder) is refused and left
+    // as it was; our own loose folder and file are closed to others.
+    void foreignOrLinkedPlacesAreRefusedAndOwnOnesTightened()
+    {
+        QTemporaryDir dir;
+        const QString elsewhere = dir.filePath(QStringLiteral("fremd.sqlite"));
+        QFile bait(elsewhere);
+        QVERIFY(bait.open(QIODevice::WriteOnly));
+        bait.close();
+        QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("Brenlow")));
+        const QString path = dir.filePath(QStringLiteral("Brenlow/clipboard.sqlite"));
+        QVERIFY(QFile::link(elsewhere, path));
+        QVERIFY_THROWS_EXCEPTION(ClipboardArchive::Failure, ClipboardArchive archive(path));
+        QCOMPARE(QFileInfo(elsewhere).size(), 0);
+        QVERIFY(QFileInfo(path).isSymLink());
+
+        // The folder itself a link to another folder.
+        QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("anderswo")));
+        const QString linkedFolder = dir.filePath(QStringLiteral("Verlinkt"));
+        QVERIFY(QFile::link(dir.filePath(QStringLiteral("anderswo")), linkedFolder));
+        QVERIFY_THROWS_EXCEPTION(
+            ClipboardArchive::Failure,
+            ClipboardArchive archive(linkedFolder + QStringLiteral("/clipboard.sqlite")));
+        QVERIFY(QDir(dir.filePath(QStringLiteral("anderswo"))).isEmpty());
+
+        // Our own folder and file with loose modes.
+        const QString own = dir.filePath(QStringLiteral("Eigen/clipboard.sqlite"));
+        QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("Eigen")));
+        QVERIFY(::chmod(QFile::encodeName(dir.filePath(QStringLiteral("Eigen"))).constData(), 0755) == 0);
+        {
+            ClipboardArchive archive(own);
+        }
+        QVERIFY(::chmod(QFile::encodeName(own).constData(), 0644) == 0);
+        {
+            ClipboardArchive archive(own);
+        }
+        QCOMPARE(modeOf(dir.filePath(QStringLiteral("Eigen"))), mode_t(0700));
+        QCOMPARE(modeOf(own), mode_t(0600));
+
+        if (::geteuid() != 0)
+            QSKIP("giving a file to another user needs root");
+        const QString foreign = dir.filePath(QStringLiteral("Fremd/clipboard.sqlite"));
+        {
+            ClipboardArchive archive(foreign);
+            archive.save(Clip{QUuid::createUuid(), QStringLiteral("gehört jemand anderem"),
+                              QDateTime::currentDateTimeUtc()});
+        }
+        const QByteArray before = digest(foreign);
+        QVERIFY(::chown(QFile::encodeName(foreign).constData(), 65534, 65534) == 0);
+        QVERIFY_THROWS_EXCEPTION(ClipboardArchive::Failure, ClipboardArchive archive(foreign));
+        QCOMPARE(digest(foreign), before);
+        QVERIFY(::chown(QFile::encodeName(foreign).constData(), 0, 0) == 0);
+        QVERIFY(::chown(QFile::encodeName(dir.filePath(QStringLiteral("Fremd"))).constData(), 65534, 65534) ==
+                0);
+        QVERIFY_THROWS_EXCEPTION(ClipboardArchive::Failure, ClipboardArchive archive(foreign));
+        QCOMPARE(digest(foreign), before);
+        QCOMPARE(modeOf(dir.filePath(QStringLiteral("Fremd"))), mode_t(0700));
     }
 };
 
