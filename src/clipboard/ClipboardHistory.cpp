@@ -100,6 +100,7 @@ void ClipboardHistory::setRecording(bool recording)
 
 void ClipboardHistory::pollClipboard()
 {
+    retryUnsaved();
     const qint64 count = m_clipboard.changeCount();
     if (count == m_pasteCount)
         return;
@@ -113,20 +114,31 @@ void ClipboardHistory::pollClipboard()
     // Cheap bound first: a text never has fewer UTF-8 bytes than UTF-16 code units.
     if (text->size() > largestClipBytes || utf8Length(*text, largestClipBytes) > largestClipBytes)
         return;
+    if (!m_archive)
+        return;
 
     const std::optional<quint32> existing = m_store.slotOf(*text);
     const Clip clip{existing ? m_store.entry(*existing).id : QUuid::createUuid(), *text, m_clock.now()};
-    if (!m_archive)
-        return;
-    try {
-        m_archive->save(clip);
-    } catch (const std::exception& failure) {
-        qCWarning(lcClipboard) << "copy not saved:" << failure.what();
-        setHistoryStorageError(saveFailed);
+    if (m_unsaved.isEmpty() && store(clip)) {
+        setHistoryStorageError(QString());
         return;
     }
+    // Refused, or behind older unsaved copies: it waits for the next try.
+    keepUnsaved(clip);
+}
+
+bool ClipboardHistory::store(const Clip& clip)
+{
+    try {
+        m_archive->save(clip);
+    } catch (const ClipboardArchive::Failure& failure) {
+        qCWarning(lcClipboard) << "copy not saved:" << failure.what();
+        m_reopenBeforeRetry = failure.readOnly();
+        setHistoryStorageError(saveFailed);
+        return false;
+    }
     // The texts are distinct, so at most one entry moves.
-    if (existing) {
+    if (const std::optional<quint32> existing = m_store.slotOf(clip.text)) {
         const qsizetype from = *m_store.indexOf(*existing);
         m_store.moveToTop(from, clip.date);
         Q_EMIT clipMoved(int(from));
@@ -135,6 +147,54 @@ void ClipboardHistory::pollClipboard()
         Q_EMIT clipInserted();
     }
     Q_EMIT clipsChanged();
+    return true;
+}
+
+void ClipboardHistory::keepUnsaved(const Clip& clip)
+{
+    Clip newest = clip;
+    const auto older = std::find_if(m_unsaved.cbegin(), m_unsaved.cend(),
+                                    [&](const Clip& waiting) { return waiting.text == clip.text; });
+    if (older != m_unsaved.cend()) {
+        newest.id = older->id; // one text, one id
+        m_unsaved.erase(older);
+    }
+    m_unsaved.prepend(newest);
+    if (m_nextRetry.isNull())
+        m_nextRetry = m_clock.now().addSecs(retryIntervalSeconds);
+}
+
+void ClipboardHistory::retryUnsaved()
+{
+    if (m_unsaved.isEmpty()) {
+        if (m_nextRetry.isValid()) {
+            m_nextRetry = QDateTime();
+            setHistoryStorageError(QString());
+        }
+        return;
+    }
+    if (!m_archive || m_clock.now() < m_nextRetry)
+        return;
+    m_nextRetry = m_clock.now().addSecs(retryIntervalSeconds);
+    if (m_reopenBeforeRetry) {
+        try {
+            m_archive->reopen();
+            m_reopenBeforeRetry = false;
+        } catch (const ClipboardArchive::Failure& failure) {
+            // The file became unreadable under us: nothing more is written this run.
+            qCWarning(lcClipboard) << "history not reopened:" << failure.what();
+            m_archive.reset();
+            setHistoryStorageError(openFailed);
+            return;
+        }
+    }
+    // Oldest first, so the list ends up newest first.
+    while (!m_unsaved.isEmpty()) {
+        if (!store(m_unsaved.last()))
+            return;
+        m_unsaved.removeLast();
+    }
+    m_nextRetry = QDateTime();
     setHistoryStorageError(QString());
 }
 
@@ -174,6 +234,7 @@ void ClipboardHistory::clearHistory()
         return;
     }
     m_store.clear();
+    m_unsaved.clear();
     Q_EMIT clipsReset();
     Q_EMIT clipsChanged();
     m_productivity.setPins({});

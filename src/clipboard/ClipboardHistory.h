@@ -3,6 +3,7 @@
 #include "clipboard/Clip.h"
 #include "clipboard/ClipStore.h"
 
+#include <QDateTime>
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -43,6 +44,11 @@ public:
     const QString& historyStorageError() const { return m_historyStorageError; }
     ClipboardArchive* archive() const { return m_archive.get(); }
 
+    // Copies that the archive refused (locked, read-only, full), newest first, one per text. They
+    // join the list once they are saved; the heartbeat tries again.
+    const QList<Clip>& unsavedClips() const { return m_unsaved; }
+    static constexpr int retryIntervalSeconds = 2;
+
     // Captures at once when the clipboard reports a change, besides the heartbeat.
     void watchClipboard();
     // One capture step: a changed clipboard with a usable text goes to the top.
@@ -72,6 +78,10 @@ Q_SIGNALS:
 
 private:
     void open(const std::optional<QString>& historyPath);
+    // Saves the clip; on success it goes to the top of the list. Answers whether it was saved.
+    bool store(const Clip& clip);
+    void keepUnsaved(const Clip& clip);
+    void retryUnsaved();
     void setHistoryStorageError(const QString& error);
 
     Defaults& m_defaults;
@@ -83,5 +93,8 @@ private:
     QString m_historyStorageError;
     bool m_recording = true;
     qint64 m_pasteCount = 0;
+    QList<Clip> m_unsaved;
+    QDateTime m_nextRetry;
+    bool m_reopenBeforeRetry = false;
     bool m_watching = false;
 };

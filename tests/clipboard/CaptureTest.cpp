@@ -17,6 +17,8 @@
 
 #include <cstdio>
 
+#include <unistd.h>
+
 namespace {
 
 const QString openFailed = QStringLiteral(
@@ -182,10 +184,95 @@ private Q_SLOTS:
         QCOMPARE(fixture.model->clips(), before);
         QCOMPARE(fixture.model->productivity().pins(), QStringList{QStringLiteral("vorher")});
 
+        // The refused copy waited; once writes work it is saved, before the next one.
+        QCOMPARE(texts(fixture.model->clipboardHistory().unsavedClips()), QStringList{QStringLiteral("neu")});
         executeRaw(path, "DROP TRIGGER noInsert; DROP TRIGGER noDelete;");
         copy(fixture, QStringLiteral("danach"));
+        fixture.memory.clock.advance(ClipboardHistory::retryIntervalSeconds);
+        fixture.model->pollClipboard();
         QVERIFY(fixture.model->historyStorageError().isEmpty());
-        QCOMPARE(fixture.model->clips().first().text, QStringLiteral("danach"));
+        QCOMPARE(texts(fixture.model->clips()).mid(0, 3), QStringList({"danach", "neu", "vorher"}));
+        QCOMPARE(ClipboardArchive(path).load(), fixture.model->clips());
+    }
+
+    // Another process holds the history locked: copies wait in memory, newest first and once
+    // per text, and are saved when the lock is gone.
+    void copiesWaitOutALockAndAreSavedAfterIt()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("clipboard.sqlite"));
+        ModelFixture fixture(path);
+        copy(fixture, QStringLiteral("vorher"));
+        sqlite3* other = nullptr;
+        QCOMPARE(sqlite3_open(QFile::encodeName(path).constData(), &other), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+
+        // Tried at the first copy and again at the third, when the next try is due.
+        for (int attempt = 0; attempt < 2; ++attempt)
+            QTest::ignoreMessage(QtWarningMsg,
+                                 QRegularExpression(QStringLiteral("copy not saved: .*locked")));
+        for (const QString& text : {QStringLiteral("eins"), QStringLiteral("zwei"), QStringLiteral("eins")})
+            copy(fixture, text);
+        QCOMPARE(fixture.model->historyStorageError(), saveFailed);
+        QCOMPARE(texts(fixture.model->clips()), QStringList{QStringLiteral("vorher")});
+        QCOMPARE(texts(fixture.model->clipboardHistory().unsavedClips()), QStringList({"eins", "zwei"}));
+        // Still locked at the next try: nothing is lost, nothing is doubled.
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("copy not saved: .*locked")));
+        fixture.memory.clock.advance(ClipboardHistory::retryIntervalSeconds);
+        fixture.model->pollClipboard();
+        QCOMPARE(fixture.model->clipboardHistory().unsavedClips().size(), 2);
+
+        QCOMPARE(sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(other);
+        fixture.memory.clock.advance(ClipboardHistory::retryIntervalSeconds);
+        fixture.model->pollClipboard();
+        QVERIFY(fixture.model->historyStorageError().isEmpty());
+        QVERIFY(fixture.model->clipboardHistory().unsavedClips().isEmpty());
+        QCOMPARE(texts(fixture.model->clips()), QStringList({"eins", "zwei", "vorher"}));
+        QCOMPARE(fixture.model->clips().first().date,
+                 fixture.memory.clock.now().addSecs(-2 * ClipboardHistory::retryIntervalSeconds));
+        QCOMPARE(ClipboardArchive(path).load(), fixture.model->clips());
+    }
+
+    // A history that SQLite could open only for reading (here: a file nobody may change) takes
+    // copies again once the file is writable, without a restart.
+    void aReadOnlyHistoryIsReopenedOnceWritable()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("clipboard.sqlite"));
+        {
+            ClipboardArchive archive(path);
+            archive.save(Clip{QUuid::createUuid(), QStringLiteral("vorher"),
+                              QDateTime(QDate(2020, 1, 1), QTime(8, 0), Qt::UTC)});
+        }
+        const bool root = ::geteuid() == 0; // root writes to a 0400 file; an immutable one stops it
+        const auto lock = [&](bool locked) {
+            if (root)
+                return QProcess::execute(QStringLiteral("chattr"),
+                                         {locked ? QStringLiteral("+i") : QStringLiteral("-i"), path}) == 0;
+            return QFile::setPermissions(path,
+                                         locked ? QFile::ReadOwner : QFile::ReadOwner | QFile::WriteOwner);
+        };
+        if (!lock(true))
+            QSKIP("the file cannot be made unwritable here (chattr not permitted)");
+        ModelFixture fixture(path);
+        QVERIFY(fixture.model->historyStorageError().isEmpty());
+        QCOMPARE(texts(fixture.model->clips()), QStringList{QStringLiteral("vorher")});
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("copy not saved: .*readonly")));
+        copy(fixture, QStringLiteral("neu"));
+        const bool unlocked = lock(false);
+        QVERIFY(unlocked);
+        QCOMPARE(fixture.model->historyStorageError(), saveFailed);
+        QCOMPARE(texts(fixture.model->clips()), QStringList{QStringLiteral("vorher")});
+
+        fixture.memory.clock.advance(ClipboardHistory::retryIntervalSeconds);
+        fixture.model->pollClipboard();
+        QVERIFY(fixture.model->historyStorageError().isEmpty());
+        QCOMPARE(texts(fixture.model->clips()), QStringList({"neu", "vorher"}));
+        const QList<Clip> stored = ClipboardArchive(path).load();
+        QCOMPARE(texts(stored), texts(fixture.model->clips()));
+        QCOMPARE(stored.first().date, fixture.model->clips().first().date);
+        QCOMPARE(stored, fixture.model->clips());
     }
 
     void anUnreadableHistoryIsNeverWritten()
