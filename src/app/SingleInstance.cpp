@@ -5,6 +5,7 @@
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusReply>
+#include <QDateTime>
 
 namespace {
 
@@ -103,11 +104,20 @@ SingleInstance::Claim SingleInstance::askRunningInstance(bool& retry)
     const qint64 pid = owner.isValid() ? qint64(owner.value()) : 0;
 
     // Nothing else happens in this process until the answer is in: blocking is what it should do.
-    const QDBusMessage call = QDBusMessage::createMethodCall(service, QString::fromLatin1(objectPath),
-                                                             service, QStringLiteral("Reopen"));
-    const QDBusMessage reply = bus.call(call, QDBus::Block, answerTimeoutMs);
-    if (reply.type() == QDBusMessage::ReplyMessage)
-        return Claim::handedOver;
+    // With the end of our wait: a first instance that wakes up later must not open its panel
+    // after we told the user it would not.
+    QDBusMessage call = QDBusMessage::createMethodCall(service, QString::fromLatin1(objectPath), service,
+                                                       QStringLiteral("ReopenBefore"));
+    call << qlonglong(QDateTime::currentMSecsSinceEpoch() + answerTimeoutMs);
+    // The call outlasts the deadline: whatever the first instance decides before it reaches us in
+    // time, and a timer that fires a little early cannot cut off an answer it still accepts.
+    const QDBusMessage reply = bus.call(call, QDBus::Block, answerTimeoutMs + answerGraceMs);
+    if (reply.type() == QDBusMessage::ReplyMessage) {
+        if (reply.arguments().value(0).toBool())
+            return Claim::handedOver;
+        m_report = noAnswerText(pid);
+        return Claim::noAnswer;
+    }
     switch (QDBusError(reply).type()) {
     case QDBusError::ServiceUnknown:
         retry = true;
@@ -121,6 +131,14 @@ SingleInstance::Claim SingleInstance::askRunningInstance(bool& retry)
         m_report = rejectedText(pid, reply.errorMessage());
         return Claim::refused;
     }
+}
+
+bool SingleInstance::ReopenBefore(qlonglong deadlineMs)
+{
+    if (QDateTime::currentMSecsSinceEpoch() > deadlineMs)
+        return false;
+    Reopen();
+    return true;
 }
 
 void SingleInstance::Reopen()

@@ -19,6 +19,8 @@ public:
     static constexpr const char* objectPath = "/app/brenlow/Brenlow";
     // How long a second start waits for the first to answer.
     static constexpr int answerTimeoutMs = 5000;
+    // How much longer the call itself waits, for an answer given just before the end of it.
+    static constexpr int answerGraceMs = 1000;
 
     enum class Claim {
         first,      // this process is the instance (and holds the name and lock it could get)
@@ -39,6 +41,9 @@ public:
 
 public Q_SLOTS:
     Q_SCRIPTABLE void Reopen();
+    // What a second start calls: opens the panel only while that start still waits for the
+    // answer (milliseconds since the epoch), and answers whether it did.
+    Q_SCRIPTABLE bool ReopenBefore(qlonglong deadlineMs);
 
 private:
     Claim claimWithLock();
