@@ -19,6 +19,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTest>
@@ -193,6 +194,33 @@ private:
         click(1);
     }
 
+    // Right-clicks `widget` at `local` and answers the menu that opens.
+    QMenu* rightClick(QWidget& widget, const QPoint& local)
+    {
+        moveTo(widget.mapToGlobal(local));
+        click(3);
+        QMenu* menu = nullptr;
+        [&] { QTRY_VERIFY((menu = qobject_cast<QMenu*>(QApplication::activePopupWidget()))); }();
+        return menu;
+    }
+
+    void choose(QMenu& menu, EditCommand command)
+    {
+        QAction* action = menuAction(menu, command);
+        QVERIFY(action);
+        moveTo(menu.mapToGlobal(menu.actionGeometry(action).center()));
+        click(1);
+        QTRY_VERIFY(!QApplication::activePopupWidget());
+    }
+
+    static QList<bool> enabledStates(const QMenu& menu)
+    {
+        QList<bool> states;
+        for (EditCommand command : EditCommands::allCases())
+            states << menuAction(menu, command)->isEnabled();
+        return states;
+    }
+
 private Q_SLOTS:
     void initTestCase()
     {
@@ -291,6 +319,118 @@ private Q_SLOTS:
         QTRY_COMPARE(outsideClipboard(), QStringLiteral("drei"));
         QCOMPARE(model().clips().size(), 3);
         QVERIFY(stored(QStringLiteral("zwei")) && stored(QStringLiteral("vier")));
+    }
+    void theSearchFieldHasTheGermanEditMenuAndItsKeys()
+    {
+        copyOutside(QStringLiteral("von draußen"));
+        HistoryPage* page = openHistory(QSize(620, 466));
+        QVERIFY(page);
+        QLineEdit& field = *page->searchField();
+        moveTo(field.mapToGlobal(field.rect().center()));
+        click(1);
+        QTRY_VERIFY(field.hasFocus());
+        xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("30"),
+                 QStringLiteral("hallo welt")});
+        QTRY_COMPARE(field.text(), QStringLiteral("hallo welt"));
+
+        // Exactly the six German commands, in menu order; only what applies is enabled.
+        QMenu* menu = rightClick(field, field.rect().center());
+        QVERIFY(menu);
+        QCOMPARE(menu->objectName(), QStringLiteral("editMenu"));
+        QCOMPARE(menuTitles(*menu),
+                 QStringList({QStringLiteral("Widerrufen"), QStringLiteral("Wiederholen"),
+                              QStringLiteral("Ausschneiden"), QStringLiteral("Kopieren"),
+                              QStringLiteral("Einsetzen"), QStringLiteral("Alles auswählen")}));
+        // Typed: undo; nothing selected: no cut or copy; the clipboard holds text: paste.
+        QCOMPARE(enabledStates(*menu), QList<bool>({true, false, false, false, true, true}));
+        choose(*menu, EditCommand::selectAll);
+        QTRY_COMPARE(field.selectedText(), QStringLiteral("hallo welt"));
+
+        menu = rightClick(field, field.rect().center());
+        QVERIFY(menu);
+        QCOMPARE(enabledStates(*menu), QList<bool>({true, false, true, true, true, false}));
+        choose(*menu, EditCommand::copy);
+        QTRY_COMPARE(outsideClipboard(), QStringLiteral("hallo welt"));
+
+        // The same commands from the keyboard, typed on the real keyboard.
+        key(QStringLiteral("ctrl+a"));
+        key(QStringLiteral("ctrl+x"));
+        QTRY_COMPARE(field.text(), QString());
+        QTRY_COMPARE(outsideClipboard(), QStringLiteral("hallo welt"));
+        key(QStringLiteral("ctrl+z"));
+        QTRY_COMPARE(field.text(), QStringLiteral("hallo welt"));
+        key(QStringLiteral("ctrl+y"));
+        QTRY_COMPARE(field.text(), QString());
+        key(QStringLiteral("ctrl+z"));
+        QTRY_COMPARE(field.text(), QStringLiteral("hallo welt"));
+        key(QStringLiteral("ctrl+shift+z"));
+        QTRY_COMPARE(field.text(), QString());
+        key(QStringLiteral("ctrl+v"));
+        key(QStringLiteral("ctrl+v"));
+        QTRY_COMPARE(field.text(), QStringLiteral("hallo welthallo welt"));
+
+        // "Einsetzen" from the menu, and "Widerrufen" takes it back.
+        // Set from the program: no history to undo.
+        field.setText(QString());
+        menu = rightClick(field, field.rect().center());
+        QVERIFY(menu);
+        QCOMPARE(enabledStates(*menu), QList<bool>({false, false, false, false, true, false}));
+        choose(*menu, EditCommand::paste);
+        QTRY_COMPARE(field.text(), QStringLiteral("hallo welt"));
+        menu = rightClick(field, field.rect().center());
+        QVERIFY(menu);
+        choose(*menu, EditCommand::undo);
+        QTRY_COMPARE(field.text(), QString());
+        QVERIFY(model().expanded());
+    }
+
+    void textFieldsAddedLaterGetTheMenuToo()
+    {
+        HistoryPage* page = [this] {
+            copyOutside(QStringLiteral("etwas"));
+            return openHistory(QSize(620, 466));
+        }();
+        QVERIFY(page);
+        // A page that builds a multi-line field after the launch.
+        auto* notes = new QPlainTextEdit(page);
+        notes->setGeometry(10, 10, 300, 80);
+        notes->setPlainText(QStringLiteral("Zeile eins"));
+        notes->show();
+        QTRY_VERIFY(notes->isVisible());
+        QMenu* menu = rightClick(*notes->viewport(), QPoint(150, 40));
+        QVERIFY(menu);
+        QCOMPARE(menu->objectName(), QStringLiteral("editMenu"));
+        QCOMPARE(menuTitles(*menu).size(), 6);
+        QCOMPARE(enabledStates(*menu), QList<bool>({false, false, false, false, true, true}));
+        choose(*menu, EditCommand::selectAll);
+        QTRY_COMPARE(notes->textCursor().selectedText(), QStringLiteral("Zeile eins"));
+
+        // Read-only: copying only. A password: never copied or cut.
+        notes->setReadOnly(true);
+        menu = rightClick(*notes->viewport(), QPoint(150, 40));
+        QVERIFY(menu);
+        QCOMPARE(enabledStates(*menu), QList<bool>({false, false, false, true, false, false}));
+        menu->close();
+        auto* secret = new QLineEdit(page);
+        secret->setGeometry(10, 100, 200, 30);
+        secret->setEchoMode(QLineEdit::Password);
+        secret->setText(QStringLiteral("geheim"));
+        secret->show();
+        secret->selectAll();
+        menu = rightClick(*secret, QPoint(50, 15));
+        QVERIFY(menu);
+        QCOMPARE(enabledStates(*menu), QList<bool>({false, false, false, false, true, false}));
+        menu->close();
+
+        // A field that brings its own menu keeps it.
+        auto* own = new QLineEdit(page);
+        own->setGeometry(10, 140, 200, 30);
+        own->setContextMenuPolicy(Qt::NoContextMenu);
+        own->show();
+        moveTo(own->mapToGlobal(QPoint(50, 15)));
+        click(3);
+        QTest::qWait(300);
+        QVERIFY(!QApplication::activePopupWidget());
     }
 };
 
