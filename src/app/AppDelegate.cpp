@@ -44,7 +44,8 @@ void AppDelegate::launch()
 
     // 1. Accessory: no window keeps the process alive or dies with it.
     QApplication::setQuitOnLastWindowClosed(false);
-    // 2. The main menu has no counterpart here (see the class comment).
+    // 2. The main menu: its edit menu works in the text fields (see the class comment).
+    m_editMenu.install();
 
     // 3. The panel.
     m_panel = std::make_unique<NotchPanel>(new RootView(*m_model, *m_pages));
@@ -120,6 +121,7 @@ void AppDelegate::terminate()
     if (QCoreApplication::instance())
         QCoreApplication::instance()->removeEventFilter(this);
     m_openMenus.clear();
+    m_editMenu.uninstall();
     m_platform.statusBar.hide();
 }
 

@@ -2,6 +2,7 @@
 
 #include "model/Page.h"
 #include "platform/Platform.h"
+#include "ui/EditMenu.h"
 
 #include <QObject>
 #include <QSet>
@@ -18,8 +19,8 @@ class PanelController;
 // Owns the model, the panel window and the input services for the life of the process.
 //
 // Where the desktop differs: an accessory application is a Qt::Tool window and an application
-// that keeps running with no window open; the main menu has no counterpart on X11 (the quit item
-// lives in the tray menu, text fields bring their own editing shortcuts).
+// that keeps running with no window open. X11 has no global menu bar: the quit item lives in the
+// tray menu, and the edit menu ("Bearbeiten") is every text field's context menu and keys.
 class AppDelegate : public QObject
 {
     Q_OBJECT
@@ -59,6 +60,7 @@ private:
     void removeKeyboardMonitor();
 
     Platform m_platform;
+    EditMenu m_editMenu;
     std::unique_ptr<Model> m_model;
     std::unique_ptr<PageRegistry> m_pages;
     std::unique_ptr<NotchPanel> m_panel;

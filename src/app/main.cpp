@@ -49,8 +49,20 @@ int runApplication(int argc, char** argv)
 
     TerminationSignals signals;
     SingleInstance instance;
-    if (!instance.claim())
+    const SingleInstance::Claim claim = instance.claim();
+    if (!instance.report().isEmpty()) {
+        const QByteArray line = instance.report().toUtf8() + '\n';
+        std::fwrite(line.constData(), 1, size_t(line.size()), stderr);
+    }
+    switch (claim) {
+    case SingleInstance::Claim::first:
+        break;
+    case SingleInstance::Claim::handedOver:
         return 0;
+    case SingleInstance::Claim::noAnswer:
+    case SingleInstance::Claim::refused:
+        return 1;
+    }
 
     LinuxPlatform linuxPlatform;
     Defaults defaults;

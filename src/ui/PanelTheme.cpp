@@ -73,6 +73,8 @@ QScrollBar::add-page:vertical, QScrollBar::sub-page:vertical { background: trans
 QMenu { color: %1; background: #1c1c1f; border: 1px solid #333338; padding: 4px; }
 QMenu::item { padding: 5px 18px; border-radius: 5px; }
 QMenu::item:selected { background: %3; color: #0a0c18; }
+QMenu::item:disabled { color: #686870; background: transparent; }
+QMenu::separator { height: 1px; background: #333338; margin: 4px 6px; }
 QListView { border: none; outline: none; }
 )")
         .arg(text, secondary, accent);

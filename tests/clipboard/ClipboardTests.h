@@ -9,6 +9,7 @@ int runClassifyTests(int argc, char** argv);
 int runRowsTests(int argc, char** argv);
 int runStoreTests(int argc, char** argv);
 int runPageTests(int argc, char** argv);
+int runEditMenuTests(int argc, char** argv);
 int runPasteboardTests(int argc, char** argv);
 
 // Child-process mode of the crash test: captures `text` into the history file at `path`,

@@ -15,6 +15,7 @@ int main(int argc, char** argv)
     failures += runStoreTests(argc, argv);
     failures += runRowsTests(argc, argv);
     failures += runPageTests(argc, argv);
+    failures += runEditMenuTests(argc, argv);
     failures += runPasteboardTests(argc, argv);
     return failures;
 }

@@ -3,6 +3,7 @@
 #include "clipboard/ClipboardHistory.h"
 #include "clipboard/HistoryListModel.h"
 #include "clipboard/HistoryTexts.h"
+#include "clipboard/widgets/HistoryRowButtons.h"
 #include "clipboard/widgets/HistoryRowDelegate.h"
 #include "ui/FlowLayout.h"
 #include "ui/PanelTheme.h"
@@ -14,6 +15,7 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QListView>
+#include <QPersistentModelIndex>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -107,6 +109,7 @@ HistoryPage::HistoryPage(ClipboardHistory& history, Productivity& productivity, 
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setFrameShape(QFrame::NoFrame);
     m_list->viewport()->setAutoFillBackground(false);
+    m_buttons = new HistoryRowButtons(*m_list, *m_delegate);
     m_stack->addWidget(m_list);
     m_stack->addWidget(m_empty);
     column->addWidget(m_stack, 1);
@@ -116,14 +119,16 @@ HistoryPage::HistoryPage(ClipboardHistory& history, Productivity& productivity, 
     connect(m_recording, &SymbolButton::clicked, this,
             [this] { m_history.setRecording(!m_history.recording()); });
     connect(m_clear, &SymbolButton::clicked, &history, &ClipboardHistory::clearHistory);
-    // Queued: the row's action may rebuild the list, which must wait until the view is done
-    // with the click that caused it.
-    connect(m_delegate, &HistoryRowDelegate::rowClicked, m_rows, &HistoryListModel::copyBack,
-            Qt::QueuedConnection);
-    connect(m_delegate, &HistoryRowDelegate::pinClicked, m_rows, &HistoryListModel::togglePin,
-            Qt::QueuedConnection);
-    connect(m_delegate, &HistoryRowDelegate::removeClicked, m_rows, &HistoryListModel::remove,
-            Qt::QueuedConnection);
+    connect(m_delegate, &HistoryRowDelegate::rowClicked, this,
+            [this](int row) { queueRowAction(row, &HistoryListModel::copyBack); });
+    connect(m_delegate, &HistoryRowDelegate::pinClicked, this,
+            [this](int row) { queueRowAction(row, &HistoryListModel::togglePin); });
+    connect(m_delegate, &HistoryRowDelegate::removeClicked, this,
+            [this](int row) { queueRowAction(row, &HistoryListModel::remove); });
+    connect(m_buttons, &HistoryRowButtons::pinClicked, this,
+            [this](int row) { queueRowAction(row, &HistoryListModel::togglePin); });
+    connect(m_buttons, &HistoryRowButtons::removeClicked, this,
+            [this](int row) { queueRowAction(row, &HistoryListModel::remove); });
     connect(&history, &ClipboardHistory::recordingChanged, this, &HistoryPage::showRecording);
     connect(&history, &ClipboardHistory::historyStorageErrorChanged, this, &HistoryPage::showStorageError);
     connect(m_rows, &QAbstractItemModel::modelReset, this, &HistoryPage::showRowsOrEmpty);
@@ -150,6 +155,20 @@ void HistoryPage::showStorageError()
 {
     m_storageError->setText(m_history.historyStorageError());
     m_storageError->setVisible(!m_history.historyStorageError().isEmpty());
+}
+
+void HistoryPage::queueRowAction(int row, void (HistoryListModel::*action)(int))
+{
+    const QPersistentModelIndex index(m_rows->index(row));
+    const QVariant id = index.data(HistoryListModel::IdRole);
+    QMetaObject::invokeMethod(
+        this,
+        [this, index, id, action] {
+            // A capture or rebuild in between may have put another clip in that row.
+            if (index.isValid() && index.data(HistoryListModel::IdRole) == id)
+                (m_rows->*action)(index.row());
+        },
+        Qt::QueuedConnection);
 }
 
 void HistoryPage::showRowsOrEmpty()

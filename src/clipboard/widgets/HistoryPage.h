@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class HistoryListModel;
+class HistoryRowButtons;
 class HistoryRowDelegate;
 class ClipboardHistory;
 class Clock;
@@ -29,6 +30,8 @@ public:
 
     HistoryListModel* rows() const { return m_rows; }
     QListView* list() const { return m_list; }
+    HistoryRowDelegate* rowDelegate() const { return m_delegate; }
+    HistoryRowButtons* rowButtons() const { return m_buttons; }
     QLineEdit* searchField() const { return m_search; }
     SymbolButton* recordingButton() const { return m_recording; }
     SymbolButton* clearButton() const { return m_clear; }
@@ -40,10 +43,14 @@ private:
     void showRecording();
     void showStorageError();
     void showRowsOrEmpty();
+    // Runs a row action once the view is done with the click that asked for it, and only if
+    // the row still shows the same clip by then.
+    void queueRowAction(int row, void (HistoryListModel::*action)(int));
 
     ClipboardHistory& m_history;
     HistoryListModel* m_rows;
     HistoryRowDelegate* m_delegate;
+    HistoryRowButtons* m_buttons = nullptr;
     QLineEdit* m_search;
     SymbolButton* m_recording;
     SymbolButton* m_clear;

@@ -11,28 +11,48 @@
 #include <QPainter>
 #include <QToolTip>
 
+#include <algorithm>
+
 namespace {
-constexpr int rowHeight = 46;
-constexpr int button = 26;
-constexpr int gap = 4;
+constexpr int inset = 8;
 
 void drawGlyph(QPainter* painter, const QRect& rect, const QString& symbol, const QColor& color)
 {
-    const auto glyphFont = Symbol::font(16);
+    // The same size a SymbolButton of this diameter draws, so the real buttons cover it exactly.
+    const auto glyphFont = Symbol::font(qRound(HistoryRowDelegate::buttonSize * 0.6));
     painter->setFont(glyphFont ? *glyphFont : PanelTheme::font(9));
     painter->setPen(color);
     painter->drawText(rect, Qt::AlignCenter, Symbol::text(symbol, glyphFont.has_value()));
 }
+
+int viewportWidth(const QStyleOptionViewItem& option)
+{
+    if (const auto* view = qobject_cast<const QAbstractItemView*>(option.widget))
+        return view->viewport()->width();
+    return option.rect.right() + 1;
+}
 } // namespace
+
+QRect HistoryRowDelegate::rowRect(const QRect& itemRect, int viewportWidth)
+{
+    QRect row = itemRect.adjusted(0, 2, -2, -2);
+    row.setRight(std::min(row.right(), viewportWidth - 3));
+    return row;
+}
+
+QRect HistoryRowDelegate::rowRect(const QAbstractItemView& view, const QModelIndex& index)
+{
+    return rowRect(view.visualRect(index), view.viewport()->width());
+}
 
 QRect HistoryRowDelegate::buttonRect(const QRect& rowRect, Area area)
 {
-    const int top = rowRect.center().y() - button / 2;
-    const int removeLeft = rowRect.right() - 8 - button;
+    const int top = rowRect.center().y() - buttonSize / 2;
+    const int removeLeft = rowRect.right() - inset - buttonSize;
     if (area == Area::remove)
-        return QRect(removeLeft, top, button, button);
+        return QRect(removeLeft, top, buttonSize, buttonSize);
     if (area == Area::pin)
-        return QRect(removeLeft - gap - button, top, button, button);
+        return QRect(removeLeft - buttonGap - buttonSize, top, buttonSize, buttonSize);
     return rowRect;
 }
 
@@ -45,26 +65,34 @@ HistoryRowDelegate::Area HistoryRowDelegate::areaAt(const QRect& rowRect, const 
     return Area::row;
 }
 
+void HistoryRowDelegate::setActiveRow(const QModelIndex& index)
+{
+    m_activeRow = index;
+}
+
 void HistoryRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                const QModelIndex& index) const
 {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    const QRect row = option.rect.adjusted(0, 2, -2, -2);
-    const bool hovered = option.state.testFlag(QStyle::State_MouseOver);
+    const QRect row = rowRect(option.rect, viewportWidth(option));
+    const bool active = index == m_activeRow;
+    const bool hovered = active || option.state.testFlag(QStyle::State_MouseOver);
     painter->setPen(Qt::NoPen);
     painter->setBrush(hovered ? PanelTheme::raised() : PanelTheme::card());
     painter->drawRoundedRect(QRectF(row), 10, 10);
 
     const bool pinned = index.data(HistoryListModel::PinnedRole).toBool();
     const QRect pinRect = buttonRect(row, Area::pin);
-    drawGlyph(painter, pinRect, HistoryTexts::pinSymbol(pinned),
-              pinned ? PanelTheme::accent() : PanelTheme::tertiary());
-    drawGlyph(painter, buttonRect(row, Area::remove), HistoryTexts::deleteSymbol(),
-              hovered ? PanelTheme::text() : PanelTheme::tertiary());
+    if (!active) {
+        drawGlyph(painter, pinRect, HistoryTexts::pinSymbol(pinned),
+                  pinned ? PanelTheme::accent() : PanelTheme::tertiary());
+        drawGlyph(painter, buttonRect(row, Area::remove), HistoryTexts::deleteSymbol(),
+                  PanelTheme::tertiary());
+    }
 
     const int textLeft = row.left() + 12;
-    const int textWidth = pinRect.left() - 8 - textLeft;
+    const int textWidth = std::max(0, pinRect.left() - 8 - textLeft);
     const int middle = row.center().y();
     const QFont textFont = PanelTheme::font(13);
     const QFont captionFont = PanelTheme::font(11);
@@ -82,9 +110,11 @@ void HistoryRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
     painter->restore();
 }
 
-QSize HistoryRowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const
+QSize HistoryRowDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const
 {
-    return {option.rect.width(), rowHeight};
+    // No width of its own: with uniform item sizes the view keeps the first answer for good, and
+    // a width taken from the option would pin the rows to whatever width the list had then.
+    return {1, rowHeight};
 }
 
 bool HistoryRowDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
@@ -95,10 +125,12 @@ bool HistoryRowDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
     if (event->type() != QEvent::MouseButtonRelease)
         return QStyledItemDelegate::editorEvent(event, model, option, index);
     const auto* mouse = static_cast<QMouseEvent*>(event);
-    if (mouse->button() != Qt::LeftButton || !option.rect.contains(mouse->position().toPoint()))
+    const QRect row = rowRect(option.rect, viewportWidth(option));
+    const QPoint position = mouse->position().toPoint();
+    if (mouse->button() != Qt::LeftButton || !row.contains(position))
         return true;
-    const QRect row = option.rect.adjusted(0, 2, -2, -2);
-    switch (areaAt(row, mouse->position().toPoint())) {
+    // The real buttons take their own clicks; this is a row reached without hovering it first.
+    switch (areaAt(row, position)) {
     case Area::pin:
         Q_EMIT pinClicked(index.row());
         break;
@@ -117,8 +149,7 @@ bool HistoryRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
 {
     if (event->type() != QEvent::ToolTip)
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    const QRect row = option.rect.adjusted(0, 2, -2, -2);
-    switch (areaAt(row, event->pos())) {
+    switch (areaAt(rowRect(option.rect, viewportWidth(option)), event->pos())) {
     case Area::pin:
         QToolTip::showText(event->globalPos(), HistoryTexts::pinHint(), view);
         return true;
