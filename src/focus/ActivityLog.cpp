@@ -20,7 +20,15 @@ QByteArray withNewest(const QByteArray& list, const Notice& notice)
         ++next;
     if (next >= list.size() || list.at(next) == ']')
         return single;
-    return list.left(open + 1) + single.mid(1, single.size() - 2) + ',' + list.mid(open + 1);
+    // One copy of the list, not three.
+    const QByteArrayView inner = QByteArrayView(single).sliced(1, single.size() - 2);
+    QByteArray joined;
+    joined.reserve(list.size() + inner.size() + 1);
+    joined.append(QByteArrayView(list).first(open + 1))
+        .append(inner)
+        .append(',')
+        .append(QByteArrayView(list).sliced(open + 1));
+    return joined;
 }
 } // namespace
 
