@@ -33,9 +33,12 @@ Q_SIGNALS:
     void noticesChanged();
 
 private:
+    // Stores the list after a notice arrived at its head.
     void store();
 
     Defaults& m_defaults;
     Clock& m_clock;
     QList<Notice> m_notices;
+    // The list as it is stored: read at start or written since; empty until there is one.
+    QByteArray m_stored;
 };

@@ -2,6 +2,7 @@
 
 #include "common/Clock.h"
 #include "focus/ActivityLog.h"
+#include "focus/FocusTexts.h"
 #include "platform/Sound.h"
 #include "settings/Defaults.h"
 #include "settings/Preferences.h"
@@ -15,6 +16,28 @@ const QString savedSecondsKey = QStringLiteral("focus.savedSeconds");
 const QString savedDeadlineKey = QStringLiteral("focus.savedDeadline");
 const QString resumeDeadlineKey = QStringLiteral("focus.resumeDeadline");
 const QString resumeDurationKey = QStringLiteral("focus.resumeDuration");
+
+// No period is longer than the longest length the user can choose. A stored length, number of
+// seconds or deadline beyond it is no state this timer wrote (9.2e18 seconds would fill the
+// card with fifteen digits) and counts as the wrong type: 0 for the numbers, absent for a date.
+constexpr qint64 longestPeriod = qint64(PreferenceValues::mostFocusMinutes) * 60;
+static_assert(PreferenceValues::mostFocusMinutes == FocusTexts::focusMinutesHighest &&
+                  PreferenceValues::fewestFocusMinutes == FocusTexts::focusMinutesLowest,
+              "the stepper offers what the preferences can hold");
+
+qint64 storedSeconds(const Defaults& defaults, const QString& key)
+{
+    const auto seconds = defaults.integerValue(key);
+    return seconds && *seconds >= 0 && *seconds <= longestPeriod ? *seconds : 0;
+}
+
+std::optional<QDateTime> storedDeadline(const Defaults& defaults, const QString& key, const QDateTime& now)
+{
+    const auto deadline = defaults.dateValue(key);
+    if (!deadline || now.secsTo(*deadline) > longestPeriod)
+        return std::nullopt;
+    return deadline;
+}
 
 // Seconds until `deadline`, rounded up to whole seconds and never negative.
 qint64 secondsUntil(const QDateTime& now, const QDateTime& deadline)
@@ -34,7 +57,8 @@ FocusTimer::FocusTimer(Defaults& defaults, Clock& clock, Sound& sound, const Pre
 
 void FocusTimer::setDuration(qint64 minutes)
 {
-    minutes = std::clamp<qint64>(minutes, 1, 120);
+    minutes =
+        std::clamp<qint64>(minutes, PreferenceValues::fewestFocusMinutes, PreferenceValues::mostFocusMinutes);
     setDurationSeconds(minutes * 60);
     setSeconds(m_duration);
     m_deadline.reset();
@@ -98,17 +122,17 @@ void FocusTimer::restore()
     m_deadline.reset();
 
     // A self-restart hands over a running period; its keys stay and go stale by themselves.
-    if (const auto resume = m_defaults.dateValue(resumeDeadlineKey); resume && *resume > now) {
-        m_duration = std::max<qint64>(60, m_defaults.integerValue(resumeDurationKey).value_or(0));
+    if (const auto resume = storedDeadline(m_defaults, resumeDeadlineKey, now); resume && *resume > now) {
+        m_duration = std::max<qint64>(60, storedSeconds(m_defaults, resumeDurationKey));
         m_deadline = *resume;
         m_seconds = secondsUntil(now, *resume);
         m_timerRunning = true;
     }
 
     if (m_defaults.contains(savedDurationKey)) {
-        m_duration = std::max<qint64>(60, m_defaults.integerValue(savedDurationKey).value_or(0));
-        m_seconds = std::max<qint64>(0, m_defaults.integerValue(savedSecondsKey).value_or(0));
-        m_deadline = m_defaults.dateValue(savedDeadlineKey);
+        m_duration = std::max<qint64>(60, storedSeconds(m_defaults, savedDurationKey));
+        m_seconds = storedSeconds(m_defaults, savedSecondsKey);
+        m_deadline = storedDeadline(m_defaults, savedDeadlineKey, now);
         if (m_deadline) {
             m_seconds = secondsUntil(now, *m_deadline);
             m_timerRunning = m_seconds > 0;

@@ -16,6 +16,7 @@
 #include "productivity/WorkspaceLauncher.h"
 #include "settings/Defaults.h"
 #include "settings/Preferences.h"
+#include "settings/StorageTexts.h"
 #include "setup/OnboardingState.h"
 #include "setup/PermissionStore.h"
 
@@ -90,6 +91,15 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
     // 11. Every start with an empty activity list greets the user.
     m_activity->greetIfEmpty();
 
+    // Whatever the settings on disk went through while loading comes above the greeting; what
+    // happens to them later is reported as it happens.
+    connect(&m_defaults, &Defaults::damageFound, this, &Model::reportStorageDamage);
+    connect(&m_defaults, &Defaults::writeFailed, this, &Model::reportWriteFailure);
+    connect(&m_defaults, &Defaults::writesRecovered, this, &Model::reportWritesRecovered);
+    if (m_defaults.writeProblem())
+        reportWriteFailure();
+    reportStorageDamage();
+
     // 12. Only a running application watches the clipboard and has a heartbeat.
     if (startServices) {
         m_clipboard->watchClipboard();
@@ -124,9 +134,42 @@ void Model::tick()
     ++m_ticks;
     m_clipboard->pollClipboard();
     m_focus->advance();
-    if (m_ticks % 5 == 0)
+    if (m_ticks % 5 == 0) {
         refreshPermissions();
+        // Changes that could not be written go out as soon as the disk takes them again.
+        m_defaults.retryWrites();
+    }
     // Song position, players and device status join here with their stores.
+}
+
+// Each report sets the status line before it adds its notice: adding a notice writes the
+// settings, which may report something newer, and the newer text should be the one shown.
+void Model::reportStorageDamage()
+{
+    const QList<StorageDamage> damages = m_defaults.takeDamage();
+    if (damages.isEmpty())
+        return;
+    m_message->setText(StorageTexts::damageMessage(damages));
+    for (const StorageDamage& damage : damages)
+        m_activity->addNotice(StorageTexts::damageTitle(), StorageTexts::damageDetail(damage));
+}
+
+void Model::reportWriteFailure()
+{
+    const WriteProblem problem = m_defaults.writeProblem().value_or(WriteProblem::unknown);
+    if (m_defaults.writesHeld()) {
+        m_message->setText(StorageTexts::openFailedMessage(problem));
+        m_activity->addNotice(StorageTexts::writeFailedTitle(), StorageTexts::openFailedDetail(problem));
+        return;
+    }
+    m_message->setText(StorageTexts::writeFailedMessage(problem));
+    m_activity->addNotice(StorageTexts::writeFailedTitle(), StorageTexts::writeFailedDetail(problem));
+}
+
+void Model::reportWritesRecovered()
+{
+    m_message->setText(StorageTexts::writesRecoveredMessage());
+    m_activity->addNotice(StorageTexts::writesRecoveredTitle(), StorageTexts::writesRecoveredMessage());
 }
 
 void Model::refreshPermissions()

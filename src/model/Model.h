@@ -158,6 +158,10 @@ Q_SIGNALS:
 
 private:
     void startHeartbeat();
+    // The settings on disk: damaged data kept aside, writes that failed or came back.
+    void reportStorageDamage();
+    void reportWriteFailure();
+    void reportWritesRecovered();
 
     Defaults& m_defaults;
     Platform m_platform;

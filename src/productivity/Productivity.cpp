@@ -21,23 +21,29 @@ const QString workspaceDraftKey = QStringLiteral("workspaceDraft");
 const QString workspacePathsKey = QStringLiteral("workspacePaths");
 const QString workspaceEditingKey = QStringLiteral("workspaceEditingID");
 
-// A stored list decodes whole or counts as empty.
-template <typename Record> QList<Record> loadRecords(const Defaults& defaults, const QString& key)
+// A stored list decodes whole or counts as empty; one that is there but cannot be read is kept
+// aside first, since the store writes over it at once.
+template <typename Record>
+QList<Record> loadRecords(Defaults& defaults, const QString& key, const QString& what)
 {
+    if (!defaults.contains(key))
+        return {};
     const auto data = defaults.dataValue(key);
-    if (!data)
-        return {};
-    const QJsonDocument document = QJsonDocument::fromJson(*data);
-    if (!document.isArray())
-        return {};
+    const QJsonDocument document = data ? QJsonDocument::fromJson(*data) : QJsonDocument();
     QList<Record> records;
+    bool readable = document.isArray();
     for (const QJsonValue& value : document.array()) {
         const auto record = Record::fromJson(value.toObject());
-        if (!value.isObject() || !record)
-            return {};
+        if (!value.isObject() || !record) {
+            readable = false;
+            break;
+        }
         records.append(*record);
     }
-    return records;
+    if (readable)
+        return records;
+    defaults.keepUnreadable(key, what);
+    return {};
 }
 
 template <typename Record>
@@ -49,19 +55,35 @@ void storeRecords(Defaults& defaults, const QString& key, const QList<Record>& r
     defaults.setData(key, QJsonDocument(array).toJson(QJsonDocument::Compact));
 }
 
-QStringList loadPins(const Defaults& defaults)
+QStringList loadPins(Defaults& defaults)
 {
-    const auto data = defaults.dataValue(pinsKey);
-    if (!data)
+    if (!defaults.contains(pinsKey))
         return {};
-    const QJsonDocument document = QJsonDocument::fromJson(*data);
+    const auto data = defaults.dataValue(pinsKey);
+    const QJsonDocument document = data ? QJsonDocument::fromJson(*data) : QJsonDocument();
     QStringList pins;
+    bool readable = document.isArray();
     for (const QJsonValue& value : document.array()) {
-        if (!value.isString())
-            return {};
+        if (!value.isString()) {
+            readable = false;
+            break;
+        }
         pins.append(value.toString());
     }
-    return pins;
+    if (readable)
+        return pins;
+    defaults.keepUnreadable(pinsKey, QStringLiteral("die Favoriten des Verlaufs"));
+    return {};
+}
+
+// Text the user typed: a value of another type is kept aside before the empty text replaces it.
+QString loadText(Defaults& defaults, const QString& key, const QString& what)
+{
+    if (const auto text = defaults.stringValue(key))
+        return *text;
+    if (defaults.contains(key))
+        defaults.keepUnreadable(key, what);
+    return {};
 }
 
 std::optional<QUuid> loadId(const Defaults& defaults, const QString& key)
@@ -79,19 +101,23 @@ QString trimmed(const QString& text)
 Productivity::Productivity(Defaults& defaults, Clock& clock, QObject* parent)
     : QObject(parent), m_defaults(defaults), m_clock(clock)
 {
-    m_notes = loadRecords<QuickNote>(defaults, notesKey);
+    m_notes = loadRecords<QuickNote>(defaults, notesKey, QStringLiteral("die Notizen"));
     storeNotes();
-    m_presets = loadRecords<WorkspacePreset>(defaults, presetsKey);
+    m_presets = loadRecords<WorkspacePreset>(defaults, presetsKey, QStringLiteral("die Arbeitsbereiche"));
     storePresets();
     m_pins = loadPins(defaults);
     storePins();
     m_mini = defaults.boolValue(miniKey).value_or(false);
-    m_noteDraft = defaults.stringValue(noteDraftKey).value_or(QString());
+    m_noteDraft = loadText(defaults, noteDraftKey, QStringLiteral("der Entwurf einer Notiz"));
     defaults.setString(noteDraftKey, m_noteDraft);
     m_noteEditingID = loadId(defaults, noteEditingKey);
-    m_workspaceDraft = defaults.stringValue(workspaceDraftKey).value_or(QString());
+    m_workspaceDraft =
+        loadText(defaults, workspaceDraftKey, QStringLiteral("der Name eines neuen Arbeitsbereichs"));
     defaults.setString(workspaceDraftKey, m_workspaceDraft);
-    for (const QString& path : defaults.stringArrayValue(workspacePathsKey).value_or(QStringList()))
+    const auto workspacePaths = defaults.stringArrayValue(workspacePathsKey);
+    if (!workspacePaths && defaults.contains(workspacePathsKey))
+        defaults.keepUnreadable(workspacePathsKey, QStringLiteral("die Auswahl eines neuen Arbeitsbereichs"));
+    for (const QString& path : workspacePaths.value_or(QStringList()))
         m_workspacePaths.append(QUrl::fromLocalFile(path));
     m_workspaceEditingID = loadId(defaults, workspaceEditingKey);
 }

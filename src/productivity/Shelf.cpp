@@ -34,8 +34,16 @@ Shelf::Shelf(Defaults& defaults, QObject* parent) : QObject(parent), m_defaults(
     static const QStringList defaultApps = {QStringLiteral("/System/Applications/Safari.app"),
                                             QStringLiteral("/System/Applications/Notes.app"),
                                             QStringLiteral("/System/Applications/Utilities/Terminal.app")};
-    m_apps = fileUrls(defaults.stringArrayValue(appsKey).value_or(defaultApps));
-    m_files = fileUrls(defaults.stringArrayValue(filesKey).value_or(QStringList()));
+    // A list of another type reads as missing; its original is kept aside before the shelf's
+    // next change replaces it.
+    const auto apps = defaults.stringArrayValue(appsKey);
+    if (!apps && defaults.contains(appsKey))
+        defaults.keepUnreadable(appsKey, QStringLiteral("die Lieblings-Apps"));
+    const auto files = defaults.stringArrayValue(filesKey);
+    if (!files && defaults.contains(filesKey))
+        defaults.keepUnreadable(filesKey, QStringLiteral("die Dateien der Ablage"));
+    m_apps = fileUrls(apps.value_or(defaultApps));
+    m_files = fileUrls(files.value_or(QStringList()));
 }
 
 void Shelf::addFiles(const QList<QUrl>& urls)

@@ -2,6 +2,8 @@
 
 #include <QJsonObject>
 
+#include <cmath>
+
 namespace Json {
 
 QDateTime referenceDate()
@@ -21,9 +23,16 @@ QDateTime decodeDate(double seconds)
 
 std::optional<QDateTime> decodeDate(const QJsonValue& value)
 {
+    // Years 1 to 9999: anything further out is no date a person made, and far enough out the
+    // conversion to milliseconds would overflow.
+    constexpr double earliest = -63'113'904'000.0; // 0001-01-01
+    constexpr double latest = 252'423'993'600.0;   // 10000-01-01
     if (!value.isDouble())
         return std::nullopt;
-    return decodeDate(value.toDouble());
+    const double seconds = value.toDouble();
+    if (!std::isfinite(seconds) || seconds < earliest || seconds >= latest)
+        return std::nullopt;
+    return decodeDate(seconds);
 }
 
 QString encodeUuid(const QUuid& uuid)

@@ -16,6 +16,7 @@ namespace Json {
 QDateTime referenceDate();
 double encodeDate(const QDateTime& date);
 QDateTime decodeDate(double seconds);
+// A number of seconds within the years 1 to 9999, or nothing.
 std::optional<QDateTime> decodeDate(const QJsonValue& value);
 
 QString encodeUuid(const QUuid& uuid);

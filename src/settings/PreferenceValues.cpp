@@ -3,6 +3,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <cmath>
 
 namespace PanelLayouts {
@@ -155,21 +156,38 @@ std::optional<bool> readBool(const QJsonObject& object, const char16_t* key)
     return value.toBool();
 }
 
-std::optional<double> readDouble(const QJsonObject& object, const char16_t* key)
+std::optional<double> readNumber(const QJsonObject& object, const char16_t* key)
 {
     const QJsonValue value = object.value(QString::fromUtf16(key));
-    if (!value.isDouble())
+    if (!value.isDouble() || !std::isfinite(value.toDouble()))
         return std::nullopt;
     return value.toDouble();
 }
 
-// An integer field must hold a whole number; 25.5 is the wrong type.
-std::optional<int> readInt(const QJsonObject& object, const char16_t* key)
+// A delay outside 0…60 s is the wrong type.
+std::optional<double> readDelay(const QJsonObject& object, const char16_t* key)
 {
-    const auto number = readDouble(object, key);
-    if (!number || std::trunc(*number) != *number || std::abs(*number) > 2147483647.0)
+    const auto seconds = readNumber(object, key);
+    if (!seconds || *seconds < 0 || *seconds > PreferenceValues::longestDelay)
+        return std::nullopt;
+    return seconds;
+}
+
+// An integer field must hold a whole number within its bounds; 25.5 is the wrong type.
+std::optional<int> readInt(const QJsonObject& object, const char16_t* key, int lowest, int highest)
+{
+    const auto number = readNumber(object, key);
+    if (!number || std::trunc(*number) != *number || *number < lowest || *number > highest)
         return std::nullopt;
     return int(*number);
+}
+
+double boundedDelay(double seconds, double fallback)
+{
+    // No number at all takes the default; an endless one is as long as a delay may be.
+    if (std::isnan(seconds))
+        return fallback;
+    return std::clamp(seconds, 0.0, PreferenceValues::longestDelay);
 }
 
 } // namespace
@@ -185,15 +203,15 @@ std::optional<PreferenceValues> PreferenceValues::decode(const QByteArray& json)
     const auto layout = PanelLayouts::fromRawValue(object.value(u"layout").toString());
     const auto shortcut = HistoryShortcuts::fromRawValue(object.value(u"shortcut").toString());
     const auto hover = readBool(object, u"hover");
-    const auto openDelay = readDouble(object, u"openDelay");
-    const auto closeDelay = readDouble(object, u"closeDelay");
+    const auto openDelay = readDelay(object, u"openDelay");
+    const auto closeDelay = readDelay(object, u"closeDelay");
     const auto animate = readBool(object, u"animate");
     const auto rememberPage = readBool(object, u"rememberPage");
     const auto screenMain = readBool(object, u"screenMain");
     const auto commands = readBool(object, u"commands");
-    const auto commandDelay = readDouble(object, u"commandDelay");
-    const auto historyLimit = readInt(object, u"historyLimit");
-    const auto focusMinutes = readInt(object, u"focusMinutes");
+    const auto commandDelay = readDelay(object, u"commandDelay");
+    const auto historyLimit = readInt(object, u"historyLimit", 0, largestHistoryLimit);
+    const auto focusMinutes = readInt(object, u"focusMinutes", fewestFocusMinutes, mostFocusMinutes);
     const auto focusSound = readBool(object, u"focusSound");
     if (!layout || !shortcut || !hover || !openDelay || !closeDelay || !animate || !rememberPage ||
         !screenMain || !commands || !commandDelay || !historyLimit || !focusMinutes || !focusSound)
@@ -202,4 +220,16 @@ std::optional<PreferenceValues> PreferenceValues::decode(const QByteArray& json)
     return PreferenceValues{*layout,       *hover,        *openDelay, *closeDelay,   *animate,
                             *rememberPage, *screenMain,   *commands,  *commandDelay, *shortcut,
                             *historyLimit, *focusMinutes, *focusSound};
+}
+
+PreferenceValues PreferenceValues::bounded() const
+{
+    const PreferenceValues defaults;
+    PreferenceValues values = *this;
+    values.openDelay = boundedDelay(openDelay, defaults.openDelay);
+    values.closeDelay = boundedDelay(closeDelay, defaults.closeDelay);
+    values.commandDelay = boundedDelay(commandDelay, defaults.commandDelay);
+    values.historyLimit = std::clamp(historyLimit, 0, largestHistoryLimit);
+    values.focusMinutes = std::clamp(focusMinutes, fewestFocusMinutes, mostFocusMinutes);
+    return values;
 }

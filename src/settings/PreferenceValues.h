@@ -32,6 +32,13 @@ std::optional<KeyModifiers> modifiers(HistoryShortcut shortcut);
 // The thirteen panel settings, stored as one JSON document.
 struct PreferenceValues
 {
+    // What a stored record may hold. Beyond these a number is no setting anyone chose (a delay of
+    // 1e308 s would keep the panel shut for good) and the record counts as unreadable.
+    static constexpr double longestDelay = 60.0; // seconds, each of the three delays, from 0
+    static constexpr int fewestFocusMinutes = 1;
+    static constexpr int mostFocusMinutes = 120;
+    static constexpr int largestHistoryLimit = 1'000'000; // from 0
+
     PanelLayout layout = PanelLayout::balanced;
     bool hover = true;
     double openDelay = 0.0;
@@ -49,6 +56,9 @@ struct PreferenceValues
     bool operator==(const PreferenceValues&) const = default;
 
     QByteArray encode() const;
-    // Strict: every key present with its type, or nothing.
+    // Strict: every key present with its type and within the bounds above, or nothing.
     static std::optional<PreferenceValues> decode(const QByteArray& json);
+    // The record with every number brought within the bounds; a number that is no number at
+    // all takes the default.
+    PreferenceValues bounded() const;
 };

@@ -18,6 +18,10 @@ Preferences::Preferences(Defaults& defaults, QObject* parent) : QObject(parent),
     if (const auto data = m_defaults.dataValue(storage)) {
         if (const auto decoded = PreferenceValues::decode(*data))
             m_values = *decoded;
+        else
+            m_defaults.keepUnreadable(storage, QStringLiteral("die Einstellungen des Panels"));
+    } else if (m_defaults.contains(storage)) {
+        m_defaults.keepUnreadable(storage, QStringLiteral("die Einstellungen des Panels"));
     }
     if (m_defaults.boolValue(migration) != true) {
         if (std::abs(m_values.openDelay - formerOpenDelay) <= migrationTolerance)
@@ -27,8 +31,10 @@ Preferences::Preferences(Defaults& defaults, QObject* parent) : QObject(parent),
     }
 }
 
-void Preferences::setValues(const PreferenceValues& values)
+void Preferences::setValues(const PreferenceValues& assigned)
 {
+    // Only what the next start can read again is kept.
+    const PreferenceValues values = assigned.bounded();
     const bool different = !(values == m_values);
     m_values = values;
     store();

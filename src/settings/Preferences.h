@@ -20,7 +20,8 @@ public:
     explicit Preferences(Defaults& defaults, QObject* parent = nullptr);
 
     const PreferenceValues& values() const { return m_values; }
-    // Persists the record, then reports valuesAssigned(), also when nothing changed.
+    // Brings the numbers within the record's bounds, persists the record, then reports
+    // valuesAssigned(), also when nothing changed.
     void setValues(const PreferenceValues& values);
     // Convenience for one field: copies, edits and assigns.
     void update(const std::function<void(PreferenceValues&)>& edit);

@@ -189,24 +189,32 @@ private Q_SLOTS:
     void unreadableNoticesGiveWayToTheWelcome_data()
     {
         QTest::addColumn<QByteArray>("stored");
-        QTest::newRow("not json") << QByteArray("[{");
-        QTest::newRow("missing key") << QByteArray(
-            R"([{"id":"6F9619FF-8B86-D011-B42D-00C04FC964FF","title":"x","date":1}])");
-        QTest::newRow("wrong type") << QByteArray(
-            R"([{"id":"6F9619FF-8B86-D011-B42D-00C04FC964FF","title":"x","detail":"","date":"heute"}])");
-        QTest::newRow("empty list") << QByteArray("[]");
+        QTest::addColumn<bool>("unreadable");
+        QTest::newRow("not json") << QByteArray("[{") << true;
+        QTest::newRow("missing key")
+            << QByteArray(R"([{"id":"6F9619FF-8B86-D011-B42D-00C04FC964FF","title":"x","date":1}])") << true;
+        QTest::newRow("wrong type")
+            << QByteArray(
+                   R"([{"id":"6F9619FF-8B86-D011-B42D-00C04FC964FF","title":"x","detail":"","date":"heute"}])")
+            << true;
+        QTest::newRow("empty list") << QByteArray("[]") << false;
     }
 
+    // The list starts over with the welcome; an unreadable one is kept aside, which the newest
+    // notice says.
     void unreadableNoticesGiveWayToTheWelcome()
     {
         QFETCH(QByteArray, stored);
+        QFETCH(bool, unreadable);
         ModelFixture fixture;
         fixture.domain.defaults->setData(QStringLiteral("notices.v1"), stored);
         Model& restarted = fixture.restart();
-        QCOMPARE(restarted.notices().size(), 1);
-        QCOMPARE(restarted.notices().first().title, QStringLiteral("Willkommen bei Brenlow"));
-        QCOMPARE(restarted.notices().first().detail,
+        QCOMPARE(restarted.notices().size(), unreadable ? 2 : 1);
+        QCOMPARE(restarted.notices().last().title, QStringLiteral("Willkommen bei Brenlow"));
+        QCOMPARE(restarted.notices().last().detail,
                  QStringLiteral("Dein Platz für Fokus, Dateien und schnelle Aktionen."));
+        if (unreadable)
+            QCOMPARE(restarted.notices().first().title, QStringLiteral("Gespeicherte Daten nicht lesbar"));
     }
 
     void storedNoticesUseTheRecordEncoding()

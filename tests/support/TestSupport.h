@@ -15,23 +15,29 @@ inline void enterTestMode()
     QStandardPaths::setTestModeEnabled(true);
 }
 
-// A private settings domain that is removed when the test is done.
+// A private settings domain that is removed, with every file it left, when the test is done.
 class ScratchDomain
 {
 public:
-    ScratchDomain()
+    explicit ScratchDomain(QString folder = Defaults::standardFolder())
         : name(QStringLiteral("Brenlow.Tests.") + QUuid::createUuid().toString(QUuid::WithoutBraces)),
-          defaults(std::make_unique<Defaults>(name))
+          folder(std::move(folder)), defaults(std::make_unique<Defaults>(name, this->folder))
     {}
-    ~ScratchDomain() { Defaults(name).removeDomain(); }
+    ~ScratchDomain()
+    {
+        defaults.reset();
+        Defaults::removeDomain(name, folder);
+    }
     // A fresh Defaults object over the same file, as after a restart.
     Defaults& reopen()
     {
-        defaults = std::make_unique<Defaults>(name);
+        defaults.reset();
+        defaults = std::make_unique<Defaults>(name, folder);
         return *defaults;
     }
 
     QString name;
+    QString folder;
     std::unique_ptr<Defaults> defaults;
 };
 
