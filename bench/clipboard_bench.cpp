@@ -539,6 +539,12 @@ int main(int argc, char** argv)
     if (arguments.size() == 2 && arguments.at(1) == QLatin1String("--copy-server"))
         return copyServer();
 
+    if (arguments.size() == 4 && arguments.at(1) == QLatin1String("--write-history")) {
+        // A history file for measuring the real program (idle_bench takes it).
+        buildHistory(arguments.at(3), arguments.at(2).toInt());
+        return 0;
+    }
+
     QStandardPaths::setTestModeEnabled(true);
     QTemporaryDir folder;
     if (arguments.size() >= 3 && arguments.at(1) == QLatin1String("--profile-filter")) {

@@ -141,6 +141,16 @@ int main(int argc, char** argv)
     qputenv("XDG_DATA_HOME", home.filePath(QStringLiteral("data")).toUtf8());
     Defaults(QString::fromLatin1(Defaults::standardDomain))
         .setBool(QStringLiteral("welcome.completed"), true);
+    // Optionally a stored history to start over (clipboard_bench --write-history N FILE makes one).
+    if (argc > 3) {
+        const QString folder = home.filePath(QStringLiteral("data/Brenlow"));
+        QDir().mkpath(folder);
+        if (!QFile::copy(QString::fromLocal8Bit(argv[3]), folder + QStringLiteral("/clipboard.sqlite"))) {
+            std::fprintf(stderr, "idle_bench: cannot copy the history %s\n", argv[3]);
+            return 2;
+        }
+        std::printf("history: %s\n", argv[3]);
+    }
 
     display.warp(300, 800);
     QProcess child;
@@ -163,12 +173,12 @@ int main(int argc, char** argv)
         child.kill();
         return 2;
     }
+    // Idle: panel closed, pointer resting away from it. The window may still be placed and a long
+    // history loaded during the first seconds, so its closed frame is read after them.
+    QThread::sleep(5);
     const QRect closed = display.geometry(*panel);
     std::printf("panel window 0x%x, closed frame %dx%d+%d+%d\n", *panel, closed.width(), closed.height(),
                 closed.x(), closed.y());
-
-    // Idle: panel closed, pointer resting away from it.
-    QThread::sleep(5);
     const Cpu before = cpuOf(pid);
     QThread::sleep(ulong(seconds));
     const Cpu after = cpuOf(pid);
