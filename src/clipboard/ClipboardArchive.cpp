@@ -1,5 +1,7 @@
 #include "clipboard/ClipboardArchive.h"
 
+#include "settings/PrivateFiles.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -56,69 +58,43 @@ QByteArray encodeId(const QUuid& id)
     return id.toByteArray(QUuid::WithoutBraces).toUpper();
 }
 
-// Creates the missing folders down to `folder`, each private to the user (0700) from the
-// first moment, as the intermediate folders of a fresh data directory hold nothing anyone else
-// should list. Folders that already exist keep the mode their owner chose.
-bool makePrivateFolders(const QString& folder)
-{
-    QStringList missing;
-    QString current = QDir::cleanPath(folder);
-    while (!QFileInfo::exists(current)) {
-        missing.prepend(current);
-        const QString parent = QFileInfo(current).absolutePath();
-        if (parent == current)
-            break;
-        current = parent;
-    }
-    for (const QString& path : std::as_const(missing)) {
-        if (::mkdir(QFile::encodeName(path).constData(), 0700) != 0 && errno != EEXIST)
-            return false;
-    }
-    return QFileInfo(folder).isDir();
-}
-
 [[noreturn]] void refuse(const QString& path, const char* why)
 {
     throw ClipboardArchive::Failure(path.toStdString() + ": " + why);
 }
 
-// The history's own folder and file must be ours and real: a planted symbolic link or another
-// user's file would have the history written where someone else can read it. Such a place is
-// refused and left untouched. Our own folder loses any access by others; a missing file is
-// created private, so no reader ever sees it with looser rights.
-void claimPrivatePlace(const QString& file)
+// Refuses a place someone else planted: a symbolic link or another user's file or folder would
+// have the history written where that user can read it. Such a place is left untouched.
+void refuseForeign(const QString& path, bool folder)
 {
-    const QString folder = QFileInfo(file).absolutePath();
-    if (!makePrivateFolders(folder))
-        throw ClipboardArchive::Failure("create folder " + folder.toStdString() + ": " +
-                                        std::strerror(errno));
-    const QByteArray nativeFolder = QFile::encodeName(folder);
     struct stat info
     {
     };
-    if (::lstat(nativeFolder.constData(), &info) != 0)
-        refuse(folder, std::strerror(errno));
-    if (!S_ISDIR(info.st_mode))
-        refuse(folder, "not a folder (a symbolic link?)");
-    if (info.st_uid != ::geteuid())
-        refuse(folder, "belongs to another user");
-    if ((info.st_mode & 077) != 0 && ::chmod(nativeFolder.constData(), 0700) != 0)
-        refuse(folder, std::strerror(errno));
-
-    const QByteArray nativeFile = QFile::encodeName(file);
-    if (::lstat(nativeFile.constData(), &info) == 0) {
-        if (!S_ISREG(info.st_mode))
-            refuse(file, "not a plain file (a symbolic link?)");
-        if (info.st_uid != ::geteuid())
-            refuse(file, "belongs to another user");
-        return;
+    if (::lstat(QFile::encodeName(path).constData(), &info) != 0) {
+        if (errno == ENOENT)
+            return;
+        refuse(path, std::strerror(errno));
     }
-    if (errno != ENOENT)
-        refuse(file, std::strerror(errno));
-    const int fd = ::open(nativeFile.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
-    if (fd < 0)
-        refuse(file, std::strerror(errno));
-    ::close(fd);
+    if (folder ? !S_ISDIR(info.st_mode) : !S_ISREG(info.st_mode))
+        refuse(path, folder ? "not a folder (a symbolic link?)" : "not a plain file (a symbolic link?)");
+    if (info.st_uid != ::geteuid())
+        refuse(path, "belongs to another user");
+}
+
+// Our own folder loses any access by others; a missing file is created private, so no reader
+// ever sees it with looser rights.
+void claimPrivatePlace(const QString& file)
+{
+    const QString folder = QFileInfo(file).absolutePath();
+    refuseForeign(folder, true);
+    if (const auto failed = PrivateFiles::makeFolder(folder))
+        throw ClipboardArchive::Failure(failed->toStdString());
+    refuseForeign(file, false);
+    // Exclusive creation also fails on a link planted in between.
+    if (!QFileInfo::exists(file) && !QFileInfo(file).isSymLink()) {
+        if (const auto failed = PrivateFiles::createEmpty(file))
+            throw ClipboardArchive::Failure(failed->toStdString());
+    }
 }
 
 // What went wrong in `step`, in SQLite's words (its extended result code included).
