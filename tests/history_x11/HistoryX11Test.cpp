@@ -2,6 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/NotchPanel.h"
+#include "clipboard/ClipboardHistory.h"
 #include "clipboard/HistoryListModel.h"
 #include "clipboard/widgets/HistoryPage.h"
 #include "clipboard/widgets/HistoryRowButtons.h"
@@ -131,15 +132,12 @@ private:
         QVERIFY(xclip->waitForStarted());
         xclip->write(text.toUtf8());
         xclip->closeWriteChannel();
-        QTRY_VERIFY_WITH_TIMEOUT(std::any_of(model().clips().cbegin(), model().clips().cend(),
-                                             [&](const Clip& clip) { return clip.text == text; }),
-                                 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(model().clipboardHistory().store().slotOf(text).has_value(), 10000);
     }
 
     bool stored(const QString& text)
     {
-        return std::any_of(model().clips().cbegin(), model().clips().cend(),
-                           [&](const Clip& clip) { return clip.text == text; });
+        return model().clipboardHistory().store().slotOf(text).has_value();
     }
 
     HistoryPage* openHistory(const QSize& frame)
