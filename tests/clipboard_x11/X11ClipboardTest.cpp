@@ -59,10 +59,7 @@ private Q_SLOTS:
         ScratchDomain domain;
         MemoryPlatform memory;
         LinuxPasteboard pasteboard(QGuiApplication::clipboard());
-        const Platform base = memory.platform();
-        const Platform platform{base.clock,   base.scheduler,  pasteboard,    base.permissions,
-                                base.sound,   base.workspace,  base.displays, base.pointer,
-                                base.hotKeys, base.keyMonitor, base.statusBar};
+        const Platform platform = memory.platform(pasteboard);
         Model model(*domain.defaults, platform, true, pasteboard, path);
         model.stopHeartbeat();
         QVERIFY(model.historyStorageError().isEmpty());
