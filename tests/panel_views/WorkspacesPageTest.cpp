@@ -2,6 +2,7 @@
 #include "ViewRig.h"
 
 #include "productivity/Productivity.h"
+#include "productivity/widgets/ElidedTextLabel.h"
 #include "productivity/widgets/WorkspaceEditor.h"
 #include "productivity/widgets/WorkspacesPage.h"
 #include "settings/Preferences.h"
@@ -200,7 +201,9 @@ private Q_SLOTS:
             rig.store().createWorkspace(
                 QStringLiteral("Ein recht langer Name für Bereich %1").arg(i),
                 {QUrl::fromLocalFile(
-                     QStringLiteral("/home/nutzer/Projekte/ein-sehr-langer-ordnername-%1").arg(i)),
+                     QStringLiteral(
+                         "/home/nutzer/Projekte/ein-sehr-langer-ordnername-für-das-ganze-jahresprojekt-%1")
+                         .arg(i)),
                  QUrl::fromLocalFile(QStringLiteral("/usr/share/applications/org.gnome.Nautilus.desktop"))});
         rig.model().productivity().editWorkspace(rig.store().presets().first().id);
         const std::pair<PanelLayout, QSize> layouts[] = {{PanelLayout::wide, {800, 426}},
@@ -217,7 +220,21 @@ private Q_SLOTS:
             QPushButton* remove = rig.page->rowButton(0, QStringLiteral("Entfernen"));
             const QRect inPage(remove->mapTo(rig.page, QPoint(0, 0)), remove->size());
             QVERIFY2(rig.page->rect().contains(inPage), qPrintable(QString::number(size.width())));
+            // Names and item lists too long for the row end in "…" instead of being cut off.
+            int elided = 0;
+            for (const ElidedTextLabel* label : rig.page->findChildren<ElidedTextLabel*>()) {
+                if (!label->isVisible())
+                    continue;
+                QVERIFY(label->fontMetrics().horizontalAdvance(label->text()) <=
+                        label->contentsRect().width());
+                if (label->text() != label->fullText()) {
+                    QVERIFY(label->text().endsWith(QChar(0x2026)));
+                    ++elided;
+                }
+            }
+            QVERIFY2(elided > 0, qPrintable(QString::number(size.width())));
         }
+        QCOMPARE(rig.page->presetNames().first(), QStringLiteral("Ein recht langer Name für Bereich 0"));
     }
 };
 

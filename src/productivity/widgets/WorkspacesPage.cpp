@@ -2,6 +2,7 @@
 
 #include "productivity/Productivity.h"
 #include "productivity/WorkspaceTexts.h"
+#include "productivity/widgets/ElidedTextLabel.h"
 #include "productivity/widgets/WorkspaceEditor.h"
 #include "ui/Card.h"
 #include "ui/PanelTheme.h"
@@ -67,8 +68,8 @@ QStringList WorkspacesPage::presetNames() const
     QStringList names;
     for (int i = 0; i < m_rows->count(); ++i) {
         if (QWidget* row = m_rows->itemAt(i)->widget()) {
-            if (auto* name = row->findChild<QLabel*>(QString::fromLatin1(rowName)))
-                names.append(name->text());
+            if (auto* name = row->findChild<ElidedTextLabel*>(QString::fromLatin1(rowName)))
+                names.append(name->fullText());
         }
     }
     return names;
@@ -118,16 +119,13 @@ QWidget* WorkspacesPage::makeRow(const WorkspacePreset& preset)
 
     auto* texts = new QVBoxLayout;
     texts->setSpacing(0);
-    auto* name = new TextLabel(preset.name, 13, TextLabel::primary, QFont::DemiBold);
+    // Long names and item lists give way to the buttons instead of widening the panel.
+    auto* name = new ElidedTextLabel(preset.name, 13, TextLabel::primary, QFont::DemiBold);
     name->setObjectName(QString::fromLatin1(rowName));
-    auto* items = new TextLabel(WorkspaceTexts::items(preset.paths), 11, TextLabel::secondary);
+    auto* items = new ElidedTextLabel(WorkspaceTexts::items(preset.paths), 11, TextLabel::secondary);
     items->setToolTip(preset.paths.join(QLatin1Char('\n')));
-    for (QLabel* label : {static_cast<QLabel*>(name), static_cast<QLabel*>(items)}) {
-        // Long names and item lists give way to the buttons instead of widening the panel.
-        label->setMinimumWidth(40);
-        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-        texts->addWidget(label);
-    }
+    texts->addWidget(name);
+    texts->addWidget(items);
     layout->addLayout(texts, 1);
 
     auto* start = makeButton(WorkspaceTexts::start(), QStringLiteral("primary"));
