@@ -445,10 +445,7 @@ void measureCopyLatency(const QString& folder)
     Defaults& defaults = domain.defaults;
     MemoryPlatform memory;
     LinuxPasteboard pasteboard(QGuiApplication::clipboard());
-    const Platform base = memory.platform();
-    const Platform platform{base.clock,   base.scheduler,  pasteboard,    base.permissions,
-                            base.sound,   base.workspace,  base.displays, base.pointer,
-                            base.hotKeys, base.keyMonitor, base.statusBar};
+    const Platform platform = memory.platform(pasteboard);
     Model model(defaults, platform, true, pasteboard, folder + QStringLiteral("/latency/clipboard.sqlite"));
 
     qint64 capturedAt = 0;

@@ -6,21 +6,25 @@
 #include "app/PanelPages.h"
 #include "focus/widgets/ActivityPage.h"
 #include "model/Model.h"
+#include "platform/Permissions.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "productivity/Productivity.h"
 #include "settings/Defaults.h"
 #include "settings/Preferences.h"
 #include "setup/OnboardingState.h"
+#include "setup/PermissionStore.h"
 #include "shell/widgets/PageRegistry.h"
 #include "shell/widgets/RootView.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QLinearGradient>
 #include <QLocale>
 #include <QPainter>
 #include <QStandardPaths>
 #include <QTextStream>
+#include <QThread>
 #include <QUuid>
 
 #include <functional>
@@ -37,6 +41,21 @@ struct Shot
 void setLayout(Model& model, PanelLayout layout)
 {
     model.preferences().update([layout](PreferenceValues& values) { values.layout = layout; });
+}
+
+void addWorkspaces(Model& model)
+{
+    Productivity& store = model.productivity();
+    store.createWorkspace(
+        QStringLiteral("Entwicklung"),
+        {QUrl::fromLocalFile(QStringLiteral("/home/nutzer/Projekte/brenlow")),
+         QUrl::fromLocalFile(QStringLiteral("/usr/share/applications/org.kde.kate.desktop")),
+         QUrl::fromLocalFile(QStringLiteral("/usr/share/applications/org.kde.konsole.desktop"))});
+    store.createWorkspace(QStringLiteral("Steuern 2025"),
+                          {QUrl::fromLocalFile(QStringLiteral("/home/nutzer/Dokumente/Steuern")),
+                           QUrl::fromLocalFile(QStringLiteral("/home/nutzer/Dokumente/Belege.ods"))});
+    store.createWorkspace(QStringLiteral("Musik machen"),
+                          {QUrl::fromLocalFile(QStringLiteral("/usr/share/applications/ardour.desktop"))});
 }
 
 // The panel as it hangs from the top of a dark desktop, so its rounded lower corners show.
@@ -129,6 +148,52 @@ int main(int argc, char** argv)
              model.onboarding().setStep(5);
              model.setPage(Page::onboarding);
          }},
+        {QStringLiteral("onboarding-step3"),
+         {640, 528},
+         [](Model& model, MemoryPlatform& memory) {
+             memory.permissions.setAutomation(QStringLiteral("com.spotify.client"),
+                                              AutomationAccess::allowed);
+             model.onboarding().setStep(2);
+             model.setPage(Page::onboarding);
+         }},
+        {QStringLiteral("onboarding-step5"),
+         {640, 528},
+         [](Model& model, MemoryPlatform&) {
+             model.onboarding().setStep(4);
+             model.setPage(Page::onboarding);
+             model.setMessage(QStringLiteral(
+                 "Systemeinstellungen → Datenschutz & Sicherheit → Bildschirmaufnahme öffnen."));
+         }},
+        {QStringLiteral("workspaces-balanced"),
+         {620, 466},
+         [](Model& model, MemoryPlatform&) {
+             addWorkspaces(model);
+             model.setPage(Page::workspaces);
+         }},
+        {QStringLiteral("workspaces-wide"),
+         {800, 426},
+         [](Model& model, MemoryPlatform&) {
+             setLayout(model, PanelLayout::wide);
+             addWorkspaces(model);
+             model.productivity().editWorkspace(model.productivity().presets().first().id);
+             model.setPage(Page::workspaces);
+         }},
+        {QStringLiteral("workspaces-tall"),
+         {520, 556},
+         [](Model& model, MemoryPlatform&) {
+             setLayout(model, PanelLayout::tall);
+             addWorkspaces(model);
+             model.productivity().setWorkspaceDraft(QStringLiteral("Schreiben"));
+             model.productivity().addWorkspacePaths(
+                 {QUrl::fromLocalFile(QStringLiteral("/home/nutzer/Texte")),
+                  QUrl::fromLocalFile(
+                      QStringLiteral("/usr/share/applications/org.gnome.TextEditor.desktop"))});
+             model.setMessage(QStringLiteral("Nicht geöffnet: Archiv"));
+             model.setPage(Page::workspaces);
+         }},
+        {QStringLiteral("workspaces-empty"),
+         {620, 466},
+         [](Model& model, MemoryPlatform&) { model.setPage(Page::workspaces); }},
         {QStringLiteral("activity"),
          {620, 466},
          [](Model& model, MemoryPlatform& memory) {
@@ -180,6 +245,12 @@ int main(int argc, char** argv)
             root.setGeometry(QRect(QPoint(0, 0), shot.size));
             window.show();
             QApplication::processEvents();
+            // Permission checks answer from their worker thread.
+            QDeadlineTimer deadline(2000);
+            while (model.permissions().checking() && !deadline.hasExpired()) {
+                QThread::msleep(5);
+                QApplication::processEvents();
+            }
 
             const QString path = QDir(folder).filePath(shot.name + QStringLiteral(".png"));
             onDesktop(window.grab().toImage()).save(path);

@@ -9,6 +9,7 @@
 #include "overview/widgets/MiniOverview.h"
 #include "overview/widgets/OverviewPage.h"
 #include "productivity/widgets/ShelfPage.h"
+#include "productivity/widgets/WorkspacesPage.h"
 #include "setup/widgets/OnboardingPane.h"
 #include "shell/widgets/ControlSettings.h"
 #include "shell/widgets/PageRegistry.h"
@@ -29,15 +30,27 @@ void registerPanelPages(PageRegistry& pages, Model& model)
                                 m->productivity());
     });
     pages.addPage(Page::shelf, [m] { return new ShelfPage(m->shelf()); });
+    pages.addPage(Page::workspaces, [m] {
+        auto* page = new WorkspacesPage(m->productivity(), m->panel());
+        QObject::connect(page, &WorkspacesPage::chooseRequested, m, &Model::chooseWorkspaceItems);
+        QObject::connect(page, &WorkspacesPage::launchRequested, m, &Model::launchWorkspace);
+        return page;
+    });
     pages.addPage(Page::clipboard, [m, &platform] {
         return new HistoryPage(m->clipboardHistory(), m->productivity(), platform.clock, platform.scheduler);
     });
     pages.addPage(Page::events, [m] { return new ActivityPage(m->activity()); });
     pages.addPage(Page::settings, [m, &pages] { return new SettingsPane(m->panel(), pages); });
     pages.addPage(Page::onboarding, [m] {
-        auto* pane = new OnboardingPane(m->onboarding(), m->permissions(), m->preferences());
+        auto* pane =
+            new OnboardingPane(m->onboarding(), m->permissions(), m->preferences(), m->statusMessage());
         QObject::connect(pane, &OnboardingPane::finishRequested, m, &Model::finishWelcome);
         QObject::connect(pane, &OnboardingPane::shown, m, &Model::refreshPermissions);
+        QObject::connect(pane, &OnboardingPane::accessibilityRequested, m, &Model::accessibility);
+        QObject::connect(pane, &OnboardingPane::revealAppRequested, m, &Model::revealCurrentApp);
+        QObject::connect(pane, &OnboardingPane::settingsRequested, m, &Model::openPermissionSettings);
+        QObject::connect(pane, &OnboardingPane::screenCaptureRequested, m, &Model::requestScreenCapture);
+        QObject::connect(pane, &OnboardingPane::recheckRequested, m, &Model::refreshPermissions);
         return pane;
     });
 

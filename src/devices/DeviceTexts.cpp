@@ -43,6 +43,12 @@ QString DeviceTexts::muteHint()
     return QStringLiteral("Hardware-Mikrofon umschalten");
 }
 
+QString DeviceTexts::muteUnavailableHint()
+{
+    return muteHint() + QStringLiteral(" – noch nicht verfügbar: Brenlow kann das Mikrofon noch nicht "
+                                       "stummschalten.");
+}
+
 QString DeviceTexts::miniBattery(bool hasBattery, int battery)
 {
     // A desktop has no charge to report; the devices card says the same.

@@ -19,6 +19,8 @@ public:
     static QString cameraLine(bool camera);
     static QString microphoneHint(bool microphone);
     static QString muteHint();
+    // The mute button's hint while this build cannot switch the microphone yet.
+    static QString muteUnavailableHint();
 
     // The mini overview's short forms.
     static QString miniBattery(bool hasBattery, int battery);

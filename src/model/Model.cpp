@@ -14,12 +14,16 @@
 #include "productivity/Productivity.h"
 #include "productivity/Shelf.h"
 #include "productivity/WorkspaceLauncher.h"
+#include "productivity/WorkspacePaths.h"
+#include "productivity/WorkspaceTexts.h"
 #include "settings/Defaults.h"
 #include "settings/Preferences.h"
 #include "settings/StorageTexts.h"
 #include "setup/OnboardingState.h"
+#include "setup/PermissionActions.h"
 #include "setup/PermissionStore.h"
 
+#include <QPointer>
 #include <QTimer>
 
 namespace {
@@ -85,8 +89,10 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
         Q_EMIT resize();
     });
 
-    // 10. Shelf and favourite apps.
+    // 10. Shelf and favourite apps, the workspaces' launcher and the permission repairs.
     m_shelf = std::make_unique<Shelf>(defaults);
+    m_launcher = std::make_unique<WorkspaceLauncher>(platform.workspace, *m_message, *m_activity);
+    m_permissionActions = std::make_unique<PermissionActions>(*m_permissions, platform.workspace, *m_message);
 
     // 11. Every start with an empty activity list greets the user.
     m_activity->greetIfEmpty();
@@ -186,9 +192,24 @@ void Model::finishWelcome()
     Q_EMIT show(Page::home);
 }
 
-void Model::launchWorkspace(const WorkspacePreset& preset)
+void Model::present(const OpenDialogRequest& request, QObject* context,
+                    std::function<void(const QList<QUrl>&)> chosen)
 {
-    WorkspaceLauncher(m_platform.workspace, *m_message, *m_activity).launch(preset);
+    m_panel->addInteractionLock();
+    QPointer<QObject> receiver(context);
+    m_platform.dialogs.open(request, this, [this, receiver, chosen](std::optional<QList<QUrl>> urls) {
+        m_panel->releaseInteractionLock();
+        if (urls && receiver)
+            chosen(*urls);
+    });
+}
+
+void Model::chooseWorkspaceItems()
+{
+    const OpenDialogRequest request{WorkspaceTexts::chooserTitle(), WorkspacePaths::chooserStart(), true,
+                                    true, true};
+    Productivity* store = m_productivity.get();
+    present(request, store, [store](const QList<QUrl>& urls) { store->addWorkspacePaths(urls); });
 }
 
 void Model::copyBack(const Clip& clip)
@@ -253,5 +274,11 @@ void Model::setCommandTarget(std::optional<RunningApp> app) { m_commands->setCom
 bool Model::captureBusy() const { return m_capture->captureBusy(); }
 void Model::setCaptureBusy(bool busy) { m_capture->setCaptureBusy(busy); }
 
+void Model::launchWorkspace(const WorkspacePreset& preset) { m_launcher->launch(preset); }
+
 bool Model::trusted() const { return m_permissions->accessibility(); }
+void Model::accessibility() { m_permissionActions->accessibility(); }
+void Model::revealCurrentApp() { m_permissionActions->revealCurrentApp(); }
+void Model::openPermissionSettings(const QString& anchor) { m_permissionActions->openPermissionSettings(anchor); }
+void Model::requestScreenCapture() { m_permissionActions->requestScreenCapture(); }
 // clang-format on

@@ -3,6 +3,7 @@
 #include "clipboard/Clip.h"
 #include "focus/Notice.h"
 #include "model/Page.h"
+#include "platform/Dialogs.h"
 #include "platform/Platform.h"
 #include "platform/Workspace.h"
 
@@ -12,6 +13,7 @@
 #include <QStringList>
 #include <QUrl>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -26,11 +28,13 @@ class NowPlaying;
 class OnboardingState;
 class PanelState;
 class Pasteboard;
+class PermissionActions;
 class PermissionStore;
 class Preferences;
 class Productivity;
 class ScreenCapture;
 class Shelf;
+class WorkspaceLauncher;
 class StatusMessage;
 class QTimer;
 struct WorkspacePreset;
@@ -128,8 +132,14 @@ public:
     void addFiles(const QList<QUrl>& urls);
     void removeFile(const QUrl& url);
     void persistShelf();
+    // Shows an open dialog above the panel, which stays open while it is up; `chosen` gets what the
+    // user confirmed, while `context` lives. A cancelled dialog only releases the panel.
+    void present(const OpenDialogRequest& request, QObject* context,
+                 std::function<void(const QList<QUrl>&)> chosen);
     // Opens every path, reports in the status line and the activity list.
     void launchWorkspace(const WorkspacePreset& preset);
+    // The workspace editor's chooser: apps, folders and documents join the draft.
+    void chooseWorkspaceItems();
 
     // Players, commands, capture.
     bool mediaEnabled() const;
@@ -143,6 +153,10 @@ public:
     // Permissions and the tour.
     bool trusted() const;
     void refreshPermissions();
+    void accessibility();
+    void revealCurrentApp();
+    void openPermissionSettings(const QString& anchor);
+    void requestScreenCapture();
     void finishWelcome();
 
 Q_SIGNALS:
@@ -168,6 +182,7 @@ private:
     std::unique_ptr<StatusMessage> m_message;
     std::unique_ptr<PanelState> m_panel;
     std::unique_ptr<PermissionStore> m_permissions;
+    std::unique_ptr<PermissionActions> m_permissionActions;
     std::unique_ptr<OnboardingState> m_onboarding;
     std::unique_ptr<NowPlaying> m_nowPlaying;
     std::unique_ptr<MenuCommands> m_commands;
@@ -179,6 +194,7 @@ private:
     std::unique_ptr<ActivityLog> m_activity;
     std::unique_ptr<FocusTimer> m_focus;
     std::unique_ptr<Shelf> m_shelf;
+    std::unique_ptr<WorkspaceLauncher> m_launcher;
     QTimer* m_timer = nullptr;
     qint64 m_ticks = 0;
 };

@@ -52,3 +52,17 @@ void PanelState::setHotkeyStatus(const QString& status)
 {
     assign(m_hotkeyStatus, status, &PanelState::hotkeyStatusChanged);
 }
+
+void PanelState::addInteractionLock()
+{
+    ++m_interactionLocks;
+    Q_EMIT interactionLocksChanged();
+}
+
+void PanelState::releaseInteractionLock()
+{
+    if (m_interactionLocks == 0)
+        return;
+    --m_interactionLocks;
+    Q_EMIT interactionLocksChanged();
+}

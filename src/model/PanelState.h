@@ -52,8 +52,8 @@ public:
 
     // Open file dialogs keep the panel open; never below zero.
     qint64 interactionLocks() const { return m_interactionLocks; }
-    void addInteractionLock() { ++m_interactionLocks; }
-    void releaseInteractionLock() { m_interactionLocks = std::max<qint64>(0, m_interactionLocks - 1); }
+    void addInteractionLock();
+    void releaseInteractionLock();
 
 Q_SIGNALS:
     void pageChanged();
@@ -65,6 +65,7 @@ Q_SIGNALS:
     void notchHeightChanged();
     void settingsSectionChanged();
     void hotkeyStatusChanged();
+    void interactionLocksChanged();
 
 private:
     template <typename T> void assign(T& field, const T& value, void (PanelState::*notify)())

@@ -11,6 +11,7 @@ class Pointer;
 class HotKeys;
 class KeyMonitor;
 class StatusBar;
+class Dialogs;
 
 // The services one run of the application uses. Built in one place (the Linux bundle for the
 // real application, the memory bundle for tests and the self-test) and handed to the stores.
@@ -27,4 +28,5 @@ struct Platform
     HotKeys& hotKeys;
     KeyMonitor& keyMonitor;
     StatusBar& statusBar;
+    Dialogs& dialogs;
 };

@@ -1,12 +1,12 @@
 #include "productivity/Productivity.h"
 
 #include "common/Clock.h"
-#include "common/Log.h"
-#include "platform/Workspace.h"
+#include "productivity/WorkspaceLauncher.h"
+#include "productivity/WorkspacePaths.h"
+#include "productivity/WorkspaceTexts.h"
 #include "settings/Defaults.h"
 #include "settings/Json.h"
 
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -236,17 +236,17 @@ void Productivity::setPins(const QStringList& pins)
 void Productivity::createWorkspace(const QString& name, const QList<QUrl>& urls)
 {
     const QString cleanName = trimmed(name);
-    if (cleanName.isEmpty() || urls.isEmpty())
+    const QStringList paths = WorkspacePaths::fromUrls(urls);
+    if (cleanName.isEmpty() || paths.isEmpty())
         return;
-    QStringList paths;
-    for (const QUrl& url : urls) {
-        const QString path = url.toLocalFile();
-        if (!paths.contains(path))
-            paths.append(path);
-    }
     m_presets.append(WorkspacePreset{QUuid::createUuid(), cleanName, paths});
     storePresets();
     Q_EMIT presetsChanged();
+}
+
+void Productivity::addWorkspacePaths(const QList<QUrl>& urls)
+{
+    setWorkspacePaths(WorkspacePaths::merged(m_workspacePaths, urls));
 }
 
 void Productivity::saveWorkspaceDraft()
@@ -259,22 +259,40 @@ void Productivity::saveWorkspaceDraft()
         // An empty name would leave a preset nobody can recognise; keep the old one.
         if (!name.isEmpty())
             edited->name = name;
-        if (!m_workspacePaths.isEmpty()) {
-            QStringList paths;
-            for (const QUrl& url : m_workspacePaths) {
-                if (!paths.contains(url.toLocalFile()))
-                    paths.append(url.toLocalFile());
-            }
+        const QStringList paths = WorkspacePaths::fromUrls(m_workspacePaths);
+        if (!paths.isEmpty())
             edited->paths = paths;
-        }
         storePresets();
         Q_EMIT presetsChanged();
     } else {
         createWorkspace(m_workspaceDraft, m_workspacePaths);
     }
+    clearWorkspaceDraft();
+}
+
+bool Productivity::canSaveWorkspaceDraft() const
+{
+    const bool named = !trimmed(m_workspaceDraft).isEmpty();
+    const bool chosen = !WorkspacePaths::fromUrls(m_workspacePaths).isEmpty();
+    if (m_workspaceEditingID && preset(*m_workspaceEditingID))
+        return named || chosen;
+    return named && chosen;
+}
+
+void Productivity::clearWorkspaceDraft()
+{
     setWorkspaceDraft(QString());
     setWorkspacePaths({});
     setWorkspaceEditingID(std::nullopt);
+}
+
+std::optional<WorkspacePreset> Productivity::preset(const QUuid& id) const
+{
+    for (const WorkspacePreset& preset : m_presets) {
+        if (preset.id == id)
+            return preset;
+    }
+    return std::nullopt;
 }
 
 void Productivity::editWorkspace(const QUuid& id)
@@ -297,21 +315,17 @@ void Productivity::removeWorkspace(QUuid id)
     m_presets.removeIf([&](const WorkspacePreset& preset) { return preset.id == id; });
     storePresets();
     Q_EMIT presetsChanged();
+    // The editor must not keep pointing at a preset that is gone.
+    if (m_workspaceEditingID == id)
+        clearWorkspaceDraft();
 }
 
 QString Productivity::launchStatus(const WorkspacePreset& preset, Workspace& workspace)
 {
-    QStringList failed;
-    for (const QString& path : preset.paths) {
-        if (!QFileInfo::exists(path) || !workspace.open(path)) {
-            qCInfo(lcProductivity) << "workspace" << preset.name << "could not open" << path
-                                   << (QFileInfo::exists(path) ? "(the desktop refused it)" : "(missing)");
-            failed.append(QFileInfo(path).fileName());
-        }
-    }
-    if (!failed.isEmpty())
-        return QStringLiteral("Nicht geöffnet: ") + failed.join(QStringLiteral(", "));
-    return preset.name + QStringLiteral(" geöffnet");
+    const QStringList paths = WorkspacePaths::unique(preset.paths);
+    const QStringList failed =
+        WorkspaceLauncher::openExisting(paths, WorkspacePaths::existing(paths), workspace);
+    return WorkspaceTexts::launched(preset.name, failed);
 }
 
 void Productivity::storeNotes()

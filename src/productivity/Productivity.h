@@ -54,13 +54,23 @@ public:
     void setNotes(const QList<QuickNote>& notes);
     void togglePin(QString text);
     void setPins(const QStringList& pins);
+    // Paths are compared cleaned: "/srv/projekt/" and "/srv/projekt" are one folder.
     void createWorkspace(const QString& name, const QList<QUrl>& urls);
+    // Chosen items join the editor's list once each, after the ones it has.
+    void addWorkspacePaths(const QList<QUrl>& urls);
     // The workspace editor's save: updates the edited preset or creates one, then clears the editor.
     void saveWorkspaceDraft();
+    // Whether the save would change anything: a new preset needs a name and items, an edited one
+    // a name or items.
+    bool canSaveWorkspaceDraft() const;
     void editWorkspace(const QUuid& id);
+    // Leaves the editor empty without saving.
+    void clearWorkspaceDraft();
     void removeWorkspace(QUuid id);
+    std::optional<WorkspacePreset> preset(const QUuid& id) const;
 
-    // Opens every path of the preset; answers the status message ("… geöffnet" or the failures).
+    // Opens every path of the preset and answers the status message ("… geöffnet" or the
+    // failures). Blocking: it asks the file system; the panel launches through WorkspaceLauncher.
     static QString launchStatus(const WorkspacePreset& preset, Workspace& workspace);
 
 Q_SIGNALS:

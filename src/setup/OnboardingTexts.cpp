@@ -1,5 +1,7 @@
 #include "setup/OnboardingTexts.h"
 
+#include "setup/PermissionTexts.h"
+
 #include <algorithm>
 
 namespace {
@@ -84,10 +86,12 @@ QString OnboardingTexts::later()
     return QStringLiteral("Später einrichten");
 }
 
-OnboardingTexts::Content OnboardingTexts::content(int step, bool accessibilityTrusted,
-                                                  bool screenCaptureAllowed, HistoryShortcut shortcut)
+OnboardingTexts::Content OnboardingTexts::content(int step, const States& states, HistoryShortcut shortcut)
 {
+    const bool accessibilityTrusted = states.accessibility;
+    const bool screenCaptureAllowed = states.screenCapture;
     Content content;
+    content.restartNote = !accessibilityTrusted;
     switch (clampStep(step)) {
     case 0:
         content.symbol = QStringLiteral("rectangle.topthird.inset.filled");
@@ -107,8 +111,8 @@ OnboardingTexts::Content OnboardingTexts::content(int step, bool accessibilityTr
         break;
     case 1:
         content.granted = accessibilityTrusted;
-        content.state = accessibilityTrusted ? QStringLiteral("Bedienungshilfen freigegeben")
-                                             : QStringLiteral("Bedienungshilfen noch nicht freigegeben");
+        content.state = accessibilityTrusted ? PermissionTexts::accessibilityGranted()
+                                             : PermissionTexts::accessibilityNotYet();
         content.paragraphs = {
             QStringLiteral(
                 "macOS schützt die Menüs anderer Apps. Erlaube Brenlow unter Datenschutz & Sicherheit → "
@@ -117,12 +121,22 @@ OnboardingTexts::Content OnboardingTexts::content(int step, bool accessibilityTr
                 "Beim Wechsel von einer älteren Testversion kann macOS eine neue Freigabe verlangen. Füge "
                 "dann die aktuelle Brenlow-App hinzu. Vorhandene Freigaben werden automatisch geprüft."),
         };
+        content.buttons = {{Action::openAccessibility, QStringLiteral("Berechtigung öffnen")},
+                           {Action::revealApp, QStringLiteral("Aktuelle App im Finder zeigen")}};
+        content.refreshRow = true;
         content.tips = {
             {QStringLiteral("command"), QStringLiteral("So verwendest du es"),
              QStringLiteral("Eine andere App aktivieren, Command kurz halten und die Befehle ansehen. "
                             "Beim Loslassen schließt die Übersicht.")}};
         break;
     case 2:
+        content.automation = {
+            {PermissionTexts::spotifyTitle(), PermissionTexts::automationText(states.spotify),
+             PermissionTexts::automationSymbol(states.spotify), states.spotify == AutomationAccess::allowed},
+            {PermissionTexts::musicTitle(), PermissionTexts::automationText(states.music),
+             PermissionTexts::automationSymbol(states.music), states.music == AutomationAccess::allowed}};
+        content.buttons = {{Action::openAutomation, QStringLiteral("Automation öffnen")}};
+        content.refreshRow = true;
         content.paragraphs = {
             QStringLiteral("Öffne Spotify oder Apple Music, um die Freigabe zu prüfen. Ein "
                            "laufender Song ist dafür nicht nötig. Audio verbinden fragt nur noch "
@@ -139,12 +153,15 @@ OnboardingTexts::Content OnboardingTexts::content(int step, bool accessibilityTr
     case 4:
         content.symbol = QStringLiteral("camera.viewfinder");
         content.granted = screenCaptureAllowed;
-        content.state = screenCaptureAllowed ? QStringLiteral("Bildschirmaufnahme freigegeben")
+        content.state = screenCaptureAllowed ? PermissionTexts::screenCaptureGranted()
                                              : QStringLiteral("Bildschirmaufnahme in macOS einrichten");
         content.paragraphs = {QStringLiteral(
             "Für Bildschirmfotos und Videos kann macOS eine Freigabe unter Datenschutz & Sicherheit → "
             "Bildschirmaufnahme verlangen. Es wird nur aufgenommen, wenn du die Funktion startest und einen "
             "Bereich auswählst.")};
+        content.buttons = {{Action::requestScreenCapture, QStringLiteral("Freigabe anfragen")},
+                           {Action::openScreenCaptureSettings, QStringLiteral("Systemeinstellungen öffnen")}};
+        content.refreshRow = true;
         content.tips = {
             {QStringLiteral("camera.viewfinder"), QStringLiteral("So nimmst du etwas auf"),
              QStringLiteral("Kamerasymbol → Screenshot oder Video → Speicherort → Bereich wählen. Videos "
@@ -179,4 +196,20 @@ OnboardingTexts::Content OnboardingTexts::content(int step, bool accessibilityTr
     }
     }
     return content;
+}
+
+QString OnboardingTexts::anchor(Action action)
+{
+    switch (action) {
+    case Action::openAccessibility:
+        return PermissionTexts::accessibilityAnchor();
+    case Action::openAutomation:
+        return PermissionTexts::automationAnchor();
+    case Action::openScreenCaptureSettings:
+        return PermissionTexts::screenCaptureAnchor();
+    case Action::revealApp:
+    case Action::requestScreenCapture:
+        break;
+    }
+    return {};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Permissions.h"
 #include "settings/PreferenceValues.h"
 
 #include <QList>
@@ -21,13 +22,51 @@ public:
         QString text;
     };
 
+    // What a step's buttons ask for.
+    enum class Action {
+        openAccessibility,
+        revealApp,
+        openAutomation,
+        requestScreenCapture,
+        openScreenCaptureSettings,
+    };
+
+    struct Button
+    {
+        Action action;
+        QString label;
+    };
+
+    // A player's automation state.
+    struct AutomationRow
+    {
+        QString title;
+        QString text;
+        QString symbol;
+        bool allowed;
+    };
+
+    // The permission states a step shows.
+    struct States
+    {
+        bool accessibility = false;
+        bool screenCapture = false;
+        AutomationAccess spotify = AutomationAccess::notRunning;
+        AutomationAccess music = AutomationAccess::notRunning;
+    };
+
     struct Content
     {
         QString symbol;              // large symbol on top; may be empty
         std::optional<bool> granted; // a permission state line, when the step has one
         QString state;               // its text
-        QString lead;                // emphasised first line; may be empty
+        QList<AutomationRow> automation;
+        QString lead; // emphasised first line; may be empty
         QStringList paragraphs;
+        QList<Button> buttons;
+        // "Status erneut prüfen", and with it the restart note while accessibility is missing.
+        bool refreshRow = false;
+        bool restartNote = false;
         QList<Tip> tips;
         QString note; // small print at the end; may be empty
     };
@@ -46,6 +85,7 @@ public:
     static bool primaryFinishes(int step);
     static QString later();
 
-    static Content content(int step, bool accessibilityTrusted, bool screenCaptureAllowed,
-                           HistoryShortcut shortcut);
+    static Content content(int step, const States& states, HistoryShortcut shortcut);
+    // The settings anchor an action opens; empty for the actions that open none.
+    static QString anchor(Action action);
 };

@@ -22,6 +22,8 @@ PanelController::PanelController(Model& model, PanelWindow& window, QObject* par
     connect(&model.screenCapture(), &ScreenCapture::captureBusyChanged, this, &PanelController::wake);
     connect(&model.panel(), &PanelState::introActiveChanged, this, &PanelController::wake);
     connect(&model.panel(), &PanelState::panelPinnedChanged, this, &PanelController::wake);
+    // A dialog that ends starts the close delay if the pointer is already elsewhere.
+    connect(&model.panel(), &PanelState::interactionLocksChanged, this, &PanelController::wake);
     connect(&model.platform().pointer, &Pointer::moved, this, &PanelController::pointerMoved);
 }
 

@@ -134,7 +134,7 @@ private Q_SLOTS:
         else if (lock == "menu")
             rig.controller.menuBegan();
         else if (lock == "dialog")
-            rig.model().panel().addInteractionLock();
+            rig.model().chooseWorkspaceItems();
         else
             rig.memory().pointer.pressed = true;
         rig.moveTo(away);
@@ -150,7 +150,7 @@ private Q_SLOTS:
         if (lock == "menu")
             rig.controller.menuEnded();
         else if (lock == "dialog")
-            rig.model().panel().releaseInteractionLock();
+            QVERIFY(rig.memory().dialogs.cancel());
         else
             rig.memory().pointer.pressed = false;
         // The close delay starts when the lock ends.

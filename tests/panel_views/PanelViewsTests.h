@@ -6,3 +6,4 @@ int runRootViewTests(int argc, char** argv);
 int runSettingsPaneTests(int argc, char** argv);
 int runOnboardingPaneTests(int argc, char** argv);
 int runActivityTests(int argc, char** argv);
+int runWorkspacesPageTests(int argc, char** argv);

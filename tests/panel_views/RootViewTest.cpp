@@ -2,6 +2,7 @@
 #include "ViewRig.h"
 
 #include "clipboard/widgets/HistoryPage.h"
+#include "devices/widgets/MicrophoneCard.h"
 #include "focus/widgets/FocusCard.h"
 #include "overview/widgets/MiniOverview.h"
 #include "overview/widgets/OverviewPage.h"
@@ -265,6 +266,25 @@ private Q_SLOTS:
         QCOMPARE(overview->microphoneCard()->secondLine(), QStringLiteral("Kamera nicht aktiv"));
     }
 
+    void theMuteButtonIsThereAndSaysItCannotMuteYet()
+    {
+        ViewRig rig;
+        RootView& root = rig.open();
+        auto* overview = qobject_cast<OverviewPage*>(root.fullLayout()->currentPage());
+        auto* card = qobject_cast<MicrophoneCard*>(overview->microphoneCard());
+        QVERIFY(card);
+        SymbolButton* mute = card->muteButton();
+        QVERIFY(mute->isVisible());
+        QCOMPARE(mute->symbol(), QStringLiteral("mic.slash"));
+        QVERIFY(mute->toolTip().startsWith(QStringLiteral("Hardware-Mikrofon umschalten")));
+        QVERIFY(mute->toolTip().contains(QStringLiteral("noch nicht verfügbar")));
+        QCOMPARE(mute->accessibleName(), mute->toolTip());
+        // Greyed out, so a click is not mistaken for a mute that happened.
+        QVERIFY(!mute->isEnabled());
+        QTest::mouseClick(mute, Qt::LeftButton);
+        QCOMPARE(card->firstLine(), QStringLiteral("Mikrofon bereit"));
+    }
+
     void miniOverviewButtons()
     {
         ViewRig rig;
@@ -276,6 +296,11 @@ private Q_SLOTS:
         QCOMPARE(mini->timerButton()->text(), QStringLiteral("25:00"));
         QCOMPARE(mini->timerButton()->toolTip(), QStringLiteral("Fokus starten / pausieren"));
         QCOMPARE(mini->statusText(), QStringLiteral("Netzbetrieb · Mikrofon bereit"));
+        // The headline reads as written.
+        QVERIFY(labelTexts(mini).contains(QStringLiteral("Alles griffbereit")));
+        QVERIFY(!labelTexts(mini).contains(QStringLiteral("ALLES GRIFFBEREIT")));
+        for (const QLabel* label : mini->findChildren<QLabel*>())
+            QCOMPARE(label->font().capitalization(), QFont::MixedCase);
         QTest::mouseClick(mini->timerButton(), Qt::LeftButton);
         QVERIFY(rig.model().timerRunning());
 

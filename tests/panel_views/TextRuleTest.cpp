@@ -144,17 +144,17 @@ private Q_SLOTS:
 
     void tourStatesAndShortcutTip()
     {
-        QCOMPARE(OnboardingTexts::content(1, false, false, HistoryShortcut::controlV).state,
+        QCOMPARE(OnboardingTexts::content(1, {}, HistoryShortcut::controlV).state,
                  QStringLiteral("Bedienungshilfen noch nicht freigegeben"));
-        QCOMPARE(OnboardingTexts::content(1, true, false, HistoryShortcut::controlV).state,
+        QCOMPARE(OnboardingTexts::content(1, {true, false}, HistoryShortcut::controlV).state,
                  QStringLiteral("Bedienungshilfen freigegeben"));
-        QCOMPARE(OnboardingTexts::content(4, false, false, HistoryShortcut::controlV).state,
+        QCOMPARE(OnboardingTexts::content(4, {}, HistoryShortcut::controlV).state,
                  QStringLiteral("Bildschirmaufnahme in macOS einrichten"));
-        QCOMPARE(OnboardingTexts::content(5, false, false, HistoryShortcut::optionV).tips.first().title,
+        QCOMPARE(OnboardingTexts::content(5, {}, HistoryShortcut::optionV).tips.first().title,
                  QStringLiteral("⌥ V · Copy-Verlauf"));
-        QCOMPARE(OnboardingTexts::content(5, false, false, HistoryShortcut::off).tips.first().title,
+        QCOMPARE(OnboardingTexts::content(5, {}, HistoryShortcut::off).tips.first().title,
                  QStringLiteral("Copy-Verlauf"));
-        QCOMPARE(OnboardingTexts::content(5, false, false, HistoryShortcut::off).tips.size(), 4);
+        QCOMPARE(OnboardingTexts::content(5, {}, HistoryShortcut::off).tips.size(), 4);
     }
 
     void clockReadsTwentyFourHoursAndWaitsForTheMinute()
@@ -182,7 +182,7 @@ private Q_SLOTS:
         for (PanelLayout layout : PanelLayouts::all())
             used.append(SettingsTexts::layoutSymbol(layout));
         for (int step = 0; step < OnboardingTexts::stepCount; ++step) {
-            const auto content = OnboardingTexts::content(step, false, false, HistoryShortcut::controlV);
+            const auto content = OnboardingTexts::content(step, {}, HistoryShortcut::controlV);
             if (!content.symbol.isEmpty())
                 used.append(content.symbol);
             for (const auto& tip : content.tips)

@@ -11,5 +11,6 @@ int main(int argc, char** argv)
     failures += runSettingsPaneTests(argc, argv);
     failures += runOnboardingPaneTests(argc, argv);
     failures += runActivityTests(argc, argv);
+    failures += runWorkspacesPageTests(argc, argv);
     return failures;
 }

@@ -1,7 +1,11 @@
 #include "TestSupport.h"
 
 #include "common/SerialQueue.h"
+#include "platform/linux/LinuxPermissions.h"
 #include "platform/linux/LinuxSound.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
 
 #include <QDir>
 #include <QFile>
@@ -134,6 +138,48 @@ private Q_SLOTS:
             &later, [] { return 2; }, [&laterAnswered](int) { laterAnswered = true; });
         QTRY_VERIFY(laterAnswered);
         QVERIFY(!answered);
+    }
+
+    void playersAreFoundByTheirBusNames()
+    {
+        const QString spotify = QStringLiteral("org.mpris.MediaPlayer2.spotify");
+        const QString firefox = QStringLiteral("org.mpris.MediaPlayer2.firefox.instance_1_42");
+        const QString mpv = QStringLiteral("org.mpris.MediaPlayer2.mpv");
+        const QString spotifyId = QStringLiteral("com.spotify.client");
+        const QString musicId = QStringLiteral("com.apple.Music");
+        QCOMPARE(LinuxPermissions::playerBusName(spotifyId, {firefox, spotify}), spotify);
+        QVERIFY(LinuxPermissions::playerBusName(spotifyId, {firefox, mpv}).isEmpty());
+        // Music is any other player, but neither Spotify nor a browser tab.
+        QVERIFY(LinuxPermissions::playerBusName(musicId, {spotify, firefox}).isEmpty());
+        QCOMPARE(LinuxPermissions::playerBusName(musicId, {spotify, firefox, mpv}), mpv);
+        QVERIFY(LinuxPermissions::playerBusName(QStringLiteral("org.example"), {mpv}).isEmpty());
+    }
+
+    void aPlayerOnTheSessionBusMayBeControlled()
+    {
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        if (!bus.isConnected())
+            QSKIP("needs a session bus (scripts/run-tests provides one)");
+        const QString name = QStringLiteral("org.mpris.MediaPlayer2.spotify");
+        // Another test run on the same bus must not hold the name.
+        if (bus.interface()->isServiceRegistered(name))
+            QSKIP("a Spotify player is already on this bus");
+        LinuxPermissions permissions;
+        const QString spotifyId = QStringLiteral("com.spotify.client");
+        QCOMPARE(permissions.automationAccess(spotifyId), AutomationAccess::notRunning);
+        QVERIFY(bus.registerService(name));
+        QCOMPARE(permissions.automationAccess(spotifyId), AutomationAccess::allowed);
+        // Asked from a worker thread, as the permission check does.
+        SerialQueue queue(QStringLiteral("Brenlow.test"));
+        std::optional<AutomationAccess> answer;
+        QObject receiver;
+        queue.run<AutomationAccess>(
+            &receiver, [&permissions, spotifyId] { return permissions.automationAccess(spotifyId); },
+            [&answer](AutomationAccess access) { answer = access; });
+        QTRY_VERIFY(answer.has_value());
+        QCOMPARE(*answer, AutomationAccess::allowed);
+        QVERIFY(bus.unregisterService(name));
+        QCOMPARE(permissions.automationAccess(spotifyId), AutomationAccess::notRunning);
     }
 };
 

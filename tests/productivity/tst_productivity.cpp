@@ -3,6 +3,7 @@
 #include "productivity/Productivity.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -109,17 +110,154 @@ private Q_SLOTS:
         QTemporaryDir folder;
         const QString present = folder.path();
         const QString gone = folder.filePath(QStringLiteral("Weg.txt"));
+        // A folder written with a trailing slash is still named by its last part.
+        const QString goneFolder = folder.filePath(QStringLiteral("Archiv")) + u'/';
         fixture.memory.workspace.openable.insert(present);
-        const WorkspacePreset preset{QUuid::createUuid(), QStringLiteral("Schreiben"), {present, gone}};
+        const WorkspacePreset preset{
+            QUuid::createUuid(), QStringLiteral("Schreiben"), {present, gone, present + u'/', goneFolder}};
         fixture.model->launchWorkspace(preset);
+        // The paths are looked up off the main thread; nothing is reported before the answer.
+        QVERIFY(fixture.model->message().isEmpty());
+        QTRY_COMPARE(fixture.model->message(), QStringLiteral("Nicht geöffnet: Weg.txt, Archiv"));
+        // The folder written twice opened once.
         QCOMPARE(fixture.memory.workspace.opened, QStringList{present});
-        QCOMPARE(fixture.model->message(), QStringLiteral("Nicht geöffnet: Weg.txt"));
         QCOMPARE(fixture.model->notices().first().title, QStringLiteral("Arbeitsbereich: Schreiben"));
-        QCOMPARE(fixture.model->notices().first().detail, QStringLiteral("Nicht geöffnet: Weg.txt"));
+        QCOMPARE(fixture.model->notices().first().detail, QStringLiteral("Nicht geöffnet: Weg.txt, Archiv"));
 
         const WorkspacePreset good{QUuid::createUuid(), QStringLiteral("Lesen"), {present}};
         fixture.model->launchWorkspace(good);
-        QCOMPARE(fixture.model->message(), QStringLiteral("Lesen geöffnet"));
+        QTRY_COMPARE(fixture.model->message(), QStringLiteral("Lesen geöffnet"));
+
+        // A path that exists but that the desktop refuses to open counts as not opened.
+        fixture.memory.workspace.openable.clear();
+        fixture.model->launchWorkspace(good);
+        QTRY_COMPARE(fixture.model->message(),
+                     QStringLiteral("Nicht geöffnet: ") + QFileInfo(present).fileName());
+    }
+
+    void aSecondClickWhileLaunchingOpensNothingTwice()
+    {
+        ModelFixture fixture;
+        QTemporaryDir folder;
+        fixture.memory.workspace.openable.insert(folder.path());
+        const WorkspacePreset preset{QUuid::createUuid(), QStringLiteral("Doppelt"), {folder.path()}};
+        fixture.model->launchWorkspace(preset);
+        fixture.model->launchWorkspace(preset);
+        QTRY_COMPARE(fixture.model->message(), QStringLiteral("Doppelt geöffnet"));
+        QTest::qWait(50);
+        QCOMPARE(fixture.memory.workspace.opened.size(), 1);
+        QCOMPARE(fixture.model->notices().first().title, QStringLiteral("Arbeitsbereich: Doppelt"));
+        QVERIFY(fixture.model->notices().at(1).title != QStringLiteral("Arbeitsbereich: Doppelt"));
+        // Once answered, the next click launches again.
+        fixture.model->launchWorkspace(preset);
+        QTRY_COMPARE(fixture.memory.workspace.opened.size(), 2);
+    }
+
+    void pathsWithAndWithoutATrailingSlashAreOnePath()
+    {
+        ScratchDomain domain;
+        MemoryPlatform memory;
+        Productivity store(*domain.defaults, memory.clock);
+        const QUrl plain = QUrl::fromLocalFile(QStringLiteral("/srv/projekt"));
+        const QUrl slashed = QUrl::fromLocalFile(QStringLiteral("/srv/projekt/"));
+        const QUrl doubled = QUrl::fromLocalFile(QStringLiteral("/srv//projekt/./"));
+        const QUrl notes = QUrl::fromLocalFile(QStringLiteral("/srv/notizen.md"));
+        store.createWorkspace(QStringLiteral("Projekt"), {slashed, notes, plain, doubled});
+        QCOMPARE(store.presets().first().paths,
+                 (QStringList{QStringLiteral("/srv/projekt"), QStringLiteral("/srv/notizen.md")}));
+
+        // The chooser adds only what the editor does not have yet, keeping the order.
+        store.addWorkspacePaths({slashed});
+        store.addWorkspacePaths({notes, plain, QUrl(QStringLiteral("https://example.org/"))});
+        QCOMPARE(store.workspacePaths(), (QList<QUrl>{plain, notes}));
+
+        // Editing replaces the paths with the cleaned, deduplicated choice.
+        store.editWorkspace(store.presets().first().id);
+        QCOMPARE(store.workspacePaths(), (QList<QUrl>{plain, notes}));
+        store.setWorkspacePaths({notes, slashed, plain});
+        store.saveWorkspaceDraft();
+        QCOMPARE(store.presets().first().paths,
+                 (QStringList{QStringLiteral("/srv/notizen.md"), QStringLiteral("/srv/projekt")}));
+    }
+
+    void theEditorSavesOnlyWhatMakesAPreset()
+    {
+        ScratchDomain domain;
+        MemoryPlatform memory;
+        Productivity store(*domain.defaults, memory.clock);
+        const QUrl folder = QUrl::fromLocalFile(QStringLiteral("/srv/projekt"));
+        QVERIFY(!store.canSaveWorkspaceDraft());
+        store.setWorkspaceDraft(QStringLiteral("  "));
+        store.addWorkspacePaths({folder});
+        QVERIFY(!store.canSaveWorkspaceDraft());
+        store.setWorkspaceDraft(QStringLiteral("Projekt"));
+        QVERIFY(store.canSaveWorkspaceDraft());
+        store.setWorkspacePaths({});
+        QVERIFY(!store.canSaveWorkspaceDraft());
+
+        // An edited preset may change only its name, or only its items.
+        store.createWorkspace(QStringLiteral("Alt"), {folder});
+        const QUuid id = store.presets().first().id;
+        store.editWorkspace(id);
+        store.setWorkspacePaths({});
+        QVERIFY(store.canSaveWorkspaceDraft());
+        store.setWorkspaceDraft(QString());
+        QVERIFY(!store.canSaveWorkspaceDraft());
+
+        // Removing the preset being edited empties the editor.
+        store.setWorkspaceDraft(QStringLiteral("Neu"));
+        store.removeWorkspace(id);
+        QVERIFY(!store.workspaceEditingID());
+        QVERIFY(store.workspaceDraft().isEmpty());
+        QVERIFY(store.presets().isEmpty());
+    }
+
+    void theChooserHoldsThePanelOpenUntilItEnds()
+    {
+        ModelFixture fixture;
+        Model& model = *fixture.model;
+        MemoryDialogs& dialogs = fixture.memory.dialogs;
+        model.chooseWorkspaceItems();
+        QCOMPARE(dialogs.openCount(), 1);
+        QCOMPARE(model.interactionLocks(), qint64(1));
+        QVERIFY(dialogs.current().multipleSelection && dialogs.current().files &&
+                dialogs.current().directories);
+        QCOMPARE(dialogs.current().startFolder, QStringLiteral("/usr/share/applications"));
+
+        // Cancelled: nothing is added and the panel is free again.
+        QVERIFY(dialogs.cancel());
+        QCOMPARE(model.interactionLocks(), qint64(0));
+        QVERIFY(model.productivity().workspacePaths().isEmpty());
+
+        const QUrl a = QUrl::fromLocalFile(QStringLiteral("/srv/a"));
+        const QUrl b = QUrl::fromLocalFile(QStringLiteral("/srv/b/"));
+        model.chooseWorkspaceItems();
+        model.chooseWorkspaceItems();
+        QCOMPARE(model.interactionLocks(), qint64(2));
+        QVERIFY(dialogs.choose({a}));
+        QCOMPARE(model.interactionLocks(), qint64(1));
+        QVERIFY(dialogs.choose({b, a}));
+        QCOMPARE(model.interactionLocks(), qint64(0));
+        QCOMPARE(model.productivity().workspacePaths(),
+                 (QList<QUrl>{a, QUrl::fromLocalFile(QStringLiteral("/srv/b"))}));
+        // A stray answer cannot push the count below zero.
+        QVERIFY(!dialogs.cancel());
+        QCOMPARE(model.interactionLocks(), qint64(0));
+    }
+
+    void aDialogOutlivingItsReceiverOnlyReleasesThePanel()
+    {
+        ModelFixture fixture;
+        Model& model = *fixture.model;
+        std::optional<QList<QUrl>> received;
+        {
+            QObject receiver;
+            model.present(OpenDialogRequest{}, &receiver,
+                          [&received](const QList<QUrl>& urls) { received = urls; });
+        }
+        QVERIFY(fixture.memory.dialogs.choose({QUrl::fromLocalFile(QStringLiteral("/srv/a"))}));
+        QVERIFY(!received);
+        QCOMPARE(model.interactionLocks(), qint64(0));
     }
 
     void shelfSortsAppsFromFilesWithoutDuplicates()

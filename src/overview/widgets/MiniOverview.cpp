@@ -40,7 +40,8 @@ MiniOverview::MiniOverview(const NowPlaying& nowPlaying, FocusTimer& focus, cons
 
     auto* texts = new QVBoxLayout;
     texts->setSpacing(1);
-    texts->addWidget(new TextLabel(OverviewTexts::miniHeadline().toUpper(), 9, TextLabel::caps));
+    // Read as written: the headline is a phrase, not a section label.
+    texts->addWidget(new TextLabel(OverviewTexts::miniHeadline(), 11, TextLabel::secondary, QFont::DemiBold));
     texts->addWidget(m_song);
     texts->addWidget(m_status);
     for (QLabel* label : {m_song, m_status})

@@ -42,6 +42,49 @@ bool LinuxPermissions::accessibilityTrusted(bool prompt) const
     return m_trusted;
 }
 
+bool LinuxPermissions::accessibilityTrustedNow() const
+{
+    m_trusted = queryAccessibilityNow();
+    return m_trusted;
+}
+
+QString LinuxPermissions::playerBusName(const QString& appId, const QStringList& busNames)
+{
+    static const QString prefix = QStringLiteral("org.mpris.MediaPlayer2.");
+    const QString spotify = prefix + QStringLiteral("spotify");
+    if (appId == u"com.spotify.client")
+        return busNames.contains(spotify) ? spotify : QString();
+    if (appId != u"com.apple.Music")
+        return {};
+    // Browsers publish a player for every tab with sound; they are not a music app.
+    static const QStringList browsers = {
+        QStringLiteral("chromium"), QStringLiteral("chrome"),   QStringLiteral("firefox"),
+        QStringLiteral("brave"),    QStringLiteral("vivaldi"),  QStringLiteral("opera"),
+        QStringLiteral("msedge"),   QStringLiteral("epiphany"), QStringLiteral("plasma-browser-integration")};
+    for (const QString& name : busNames) {
+        if (!name.startsWith(prefix) || name == spotify)
+            continue;
+        const QString player = name.mid(prefix.size()).section(QLatin1Char('.'), 0, 0).toLower();
+        if (!browsers.contains(player))
+            return name;
+    }
+    return {};
+}
+
+AutomationAccess LinuxPermissions::automationAccess(const QString& appId) const
+{
+    const QDBusMessage list = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ListNames"));
+    const QDBusMessage reply = QDBusConnection::sessionBus().call(list, QDBus::Block, probeTimeoutMs);
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
+        qCInfo(lcPlatform) << "players on the session bus not listed:" << reply.errorMessage();
+        return AutomationAccess::unavailable;
+    }
+    const QStringList names = reply.arguments().constFirst().toStringList();
+    return playerBusName(appId, names).isEmpty() ? AutomationAccess::notRunning : AutomationAccess::allowed;
+}
+
 bool LinuxPermissions::screenCaptureAllowed() const
 {
     return x11DisplayAvailable();

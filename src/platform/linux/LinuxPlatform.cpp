@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include "platform/linux/LinuxDialogs.h"
 #include "platform/linux/LinuxDisplays.h"
 #include "platform/linux/LinuxHotKeys.h"
 #include "platform/linux/LinuxKeyMonitor.h"
@@ -17,13 +18,14 @@ LinuxPlatform::LinuxPlatform()
       m_permissions(std::make_unique<LinuxPermissions>()), m_sound(std::make_unique<LinuxSound>()),
       m_workspace(std::make_unique<LinuxWorkspace>()), m_displays(std::make_unique<LinuxDisplays>()),
       m_pointer(std::make_unique<LinuxPointer>()), m_hotKeys(std::make_unique<LinuxHotKeys>()),
-      m_keyMonitor(std::make_unique<LinuxKeyMonitor>()), m_statusBar(std::make_unique<LinuxStatusBar>())
+      m_keyMonitor(std::make_unique<LinuxKeyMonitor>()), m_statusBar(std::make_unique<LinuxStatusBar>()),
+      m_dialogs(std::make_unique<LinuxDialogs>())
 {}
 
 LinuxPlatform::~LinuxPlatform() = default;
 
 Platform LinuxPlatform::platform()
 {
-    return Platform{m_clock,     m_scheduler, *m_pasteboard, *m_permissions, *m_sound,    *m_workspace,
-                    *m_displays, *m_pointer,  *m_hotKeys,    *m_keyMonitor,  *m_statusBar};
+    return Platform{m_clock,     m_scheduler, *m_pasteboard, *m_permissions, *m_sound,     *m_workspace,
+                    *m_displays, *m_pointer,  *m_hotKeys,    *m_keyMonitor,  *m_statusBar, *m_dialogs};
 }

@@ -15,6 +15,7 @@ class Pointer;
 class HotKeys;
 class KeyMonitor;
 class StatusBar;
+class Dialogs;
 
 // The real services of a Linux desktop session (X11 or XWayland). Needs a QGuiApplication.
 class LinuxPlatform
@@ -39,4 +40,5 @@ private:
     std::unique_ptr<HotKeys> m_hotKeys;
     std::unique_ptr<KeyMonitor> m_keyMonitor;
     std::unique_ptr<StatusBar> m_statusBar;
+    std::unique_ptr<Dialogs> m_dialogs;
 };

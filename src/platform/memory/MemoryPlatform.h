@@ -3,6 +3,7 @@
 #include "common/Clock.h"
 #include "common/Scheduler.h"
 #include "platform/Platform.h"
+#include "platform/memory/MemoryDialogs.h"
 #include "platform/memory/MemoryServices.h"
 
 // The memory bundle: manual time and honest in-memory services, for tests and the self-test.
@@ -13,10 +14,12 @@ public:
     MemoryPlatform(const MemoryPlatform&) = delete;
     MemoryPlatform& operator=(const MemoryPlatform&) = delete;
 
-    Platform platform()
+    Platform platform() { return platform(pasteboard); }
+    // The same with another clipboard, such as the real one.
+    Platform platform(Pasteboard& clipboard)
     {
-        return Platform{clock,    scheduler, pasteboard, permissions, sound,    workspace,
-                        displays, pointer,   hotKeys,    keyMonitor,  statusBar};
+        return Platform{clock,    scheduler, clipboard, permissions, sound,     workspace,
+                        displays, pointer,   hotKeys,   keyMonitor,  statusBar, dialogs};
     }
 
     ManualClock clock;
@@ -30,4 +33,5 @@ public:
     MemoryHotKeys hotKeys;
     MemoryKeyMonitor keyMonitor;
     MemoryStatusBar statusBar;
+    MemoryDialogs dialogs;
 };

@@ -36,9 +36,52 @@ void MemoryPasteboard::copyFromUnresponsiveOwner(const QStringList& types)
 
 bool MemoryPermissions::accessibilityTrusted(bool prompt) const
 {
-    if (prompt)
+    if (prompt) {
         ++promptCount;
+        if (grantAccessibilityOnPrompt)
+            accessibility = true;
+    }
     return accessibility;
+}
+
+bool MemoryPermissions::accessibilityTrustedNow() const
+{
+    ++m_trustReads;
+    return accessibility;
+}
+
+AutomationAccess MemoryPermissions::automationAccess(const QString& appId) const
+{
+    waitWhileHeld();
+    ++m_checks;
+    QMutexLocker lock(&m_mutex);
+    return m_automation.value(appId, AutomationAccess::notRunning);
+}
+
+void MemoryPermissions::setAutomation(const QString& appId, AutomationAccess access)
+{
+    QMutexLocker lock(&m_mutex);
+    m_automation.insert(appId, access);
+}
+
+void MemoryPermissions::hold()
+{
+    QMutexLocker lock(&m_mutex);
+    m_held = true;
+}
+
+void MemoryPermissions::release()
+{
+    QMutexLocker lock(&m_mutex);
+    m_held = false;
+    m_released.wakeAll();
+}
+
+void MemoryPermissions::waitWhileHeld() const
+{
+    QMutexLocker lock(&m_mutex);
+    while (m_held)
+        m_released.wait(&m_mutex);
 }
 
 bool MemoryPermissions::requestScreenCapture()
@@ -58,6 +101,8 @@ bool MemoryWorkspace::open(const QString& path)
 
 bool MemoryWorkspace::reveal(const QString& path)
 {
+    if (!revealWorks)
+        return false;
     revealed.append(path);
     return true;
 }

@@ -10,8 +10,13 @@
 #include "platform/StatusBar.h"
 #include "platform/Workspace.h"
 
+#include <QHash>
+#include <QMutex>
 #include <QSet>
 #include <QStringList>
+#include <QWaitCondition>
+
+#include <atomic>
 
 // In-memory services that keep state and answer as the real ones would.
 
@@ -40,17 +45,42 @@ private:
     std::optional<QString> m_text;
 };
 
+// The two blocking checks run on a worker thread while tests change the answers, so what they
+// read is atomic or behind a lock.
 class MemoryPermissions final : public Permissions
 {
 public:
     bool accessibilityTrusted(bool prompt) const override;
+    bool accessibilityTrustedNow() const override;
     bool screenCaptureAllowed() const override { return screenCapture; }
     bool requestScreenCapture() override;
+    AutomationAccess automationAccess(const QString& appId) const override;
 
-    bool accessibility = false;
+    void setAutomation(const QString& appId, AutomationAccess access);
+    // How many blocking trust reads and automation checks have run.
+    int trustReads() const { return m_trustReads; }
+    int automationChecks() const { return m_checks; }
+    // Holds the automation checks until release(), so a test can look at a check in progress
+    // (whose trust read has already happened).
+    void hold();
+    void release();
+
+    mutable std::atomic<bool> accessibility = false;
     bool screenCapture = false;
     bool grantScreenCaptureOnRequest = false;
+    // Asking with the prompt grants trust, as switching the desktop's accessibility on does.
+    bool grantAccessibilityOnPrompt = false;
     mutable int promptCount = 0;
+
+private:
+    void waitWhileHeld() const;
+
+    mutable QMutex m_mutex;
+    mutable QWaitCondition m_released;
+    bool m_held = false;
+    QHash<QString, AutomationAccess> m_automation;
+    mutable std::atomic<int> m_checks = 0;
+    mutable std::atomic<int> m_trustReads = 0;
 };
 
 class MemorySound final : public Sound
@@ -72,6 +102,8 @@ public:
     // Paths that exist and open; everything else fails.
     QSet<QString> openable;
     QStringList opened;
+    // Without a file manager a reveal fails.
+    bool revealWorks = true;
     QStringList revealed;
 };
 

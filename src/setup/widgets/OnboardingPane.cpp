@@ -1,5 +1,6 @@
 #include "setup/widgets/OnboardingPane.h"
 
+#include "common/StatusMessage.h"
 #include "settings/Preferences.h"
 #include "setup/OnboardingState.h"
 #include "setup/OnboardingTexts.h"
@@ -12,17 +13,19 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 OnboardingPane::OnboardingPane(OnboardingState& onboarding, const PermissionStore& permissions,
-                               const Preferences& preferences, QWidget* parent)
+                               const Preferences& preferences, const StatusMessage& message, QWidget* parent)
     : QWidget(parent), m_onboarding(onboarding), m_permissions(permissions), m_preferences(preferences),
-      m_header(new QWidget), m_capsules(new StepCapsules(OnboardingTexts::stepCount)),
+      m_message(message), m_header(new QWidget), m_capsules(new StepCapsules(OnboardingTexts::stepCount)),
       m_title(new TextLabel(QString(), 22, TextLabel::primary, QFont::Bold)),
       m_subtitle((new TextLabel(QString(), 13, TextLabel::secondary))->wrapping()),
       m_badge(new TextLabel(QString(), 10, TextLabel::primary, QFont::DemiBold)), m_scroll(new QScrollArea),
       m_later(new QPushButton(OnboardingTexts::later())), m_back(new QPushButton(OnboardingTexts::back())),
-      m_primary(new QPushButton)
+      m_primary(new QPushButton), m_messageLine((new TextLabel(QString(), 12))->wrapping())
 {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(8, 4, 8, 0);
@@ -47,6 +50,8 @@ OnboardingPane::OnboardingPane(OnboardingState& onboarding, const PermissionStor
     m_scroll->setFrameShape(QFrame::NoFrame);
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     column->addWidget(m_scroll, 1);
+    m_messageLine->setObjectName(QStringLiteral("tourMessage"));
+    column->addWidget(m_messageLine);
 
     auto* navigation = new QHBoxLayout;
     navigation->setSpacing(8);
@@ -77,8 +82,12 @@ OnboardingPane::OnboardingPane(OnboardingState& onboarding, const PermissionStor
     connect(&onboarding, &OnboardingState::stepChanged, this, &OnboardingPane::sync);
     connect(&permissions, &PermissionStore::accessibilityChanged, this, &OnboardingPane::sync);
     connect(&permissions, &PermissionStore::screenCaptureChanged, this, &OnboardingPane::sync);
+    connect(&permissions, &PermissionStore::automationChanged, this, &OnboardingPane::sync);
+    connect(&permissions, &PermissionStore::checkingChanged, this, &OnboardingPane::showChecking);
     connect(&preferences, &Preferences::valuesChanged, this, &OnboardingPane::sync);
+    connect(&message, &StatusMessage::textChanged, this, &OnboardingPane::showMessage);
     sync();
+    showMessage();
 }
 
 QString OnboardingPane::titleText() const
@@ -97,9 +106,14 @@ bool OnboardingPane::showsBadge() const
 {
     return !m_badge->isHidden();
 }
-QWidget* OnboardingPane::stepView() const
+OnboardingStepView* OnboardingPane::stepView() const
 {
-    return m_scroll->widget();
+    return qobject_cast<OnboardingStepView*>(m_scroll->widget());
+}
+
+QString OnboardingPane::messageText() const
+{
+    return m_messageLine->isHidden() ? QString() : m_messageLine->text();
 }
 
 void OnboardingPane::showEvent(QShowEvent* event)
@@ -121,8 +135,59 @@ void OnboardingPane::sync()
     m_back->setHidden(!OnboardingTexts::hasBack(step));
     m_primary->setText(OnboardingTexts::primary(step));
 
-    const auto content = OnboardingTexts::content(
-        step, m_permissions.accessibility(), m_permissions.screenCapture(), m_preferences.values().shortcut);
-    // setWidget deletes the previous step's view.
-    m_scroll->setWidget(new OnboardingStepView(content));
+    OnboardingTexts::States states;
+    states.accessibility = m_permissions.accessibility();
+    states.screenCapture = m_permissions.screenCapture();
+    states.spotify = m_permissions.spotify();
+    states.music = m_permissions.music();
+    auto* view =
+        new OnboardingStepView(OnboardingTexts::content(step, states, m_preferences.values().shortcut));
+    connect(view, &OnboardingStepView::actionTriggered, this, &OnboardingPane::run);
+    connect(view, &OnboardingStepView::recheckRequested, this, &OnboardingPane::recheckRequested);
+
+    // A new state of the same step keeps the reader where they were.
+    QScrollBar* bar = m_scroll->verticalScrollBar();
+    const int position = step == m_shownStep ? bar->value() : 0;
+    m_shownStep = step;
+    // The old view may be the sender of the click that changed the state: it goes later.
+    if (QWidget* old = m_scroll->takeWidget()) {
+        old->hide();
+        old->deleteLater();
+    }
+    m_scroll->setWidget(view);
+    view->setChecking(m_permissions.checking());
+    // The new view gets its height with the next layout pass.
+    if (position > 0)
+        QTimer::singleShot(0, view, [bar, position] { bar->setValue(position); });
+}
+
+void OnboardingPane::showChecking()
+{
+    if (OnboardingStepView* view = stepView())
+        view->setChecking(m_permissions.checking());
+}
+
+void OnboardingPane::showMessage()
+{
+    m_messageLine->setText(m_message.text());
+    m_messageLine->setHidden(m_message.text().isEmpty());
+}
+
+void OnboardingPane::run(OnboardingTexts::Action action)
+{
+    switch (action) {
+    case OnboardingTexts::Action::openAccessibility:
+        Q_EMIT accessibilityRequested();
+        return;
+    case OnboardingTexts::Action::revealApp:
+        Q_EMIT revealAppRequested();
+        return;
+    case OnboardingTexts::Action::requestScreenCapture:
+        Q_EMIT screenCaptureRequested();
+        return;
+    case OnboardingTexts::Action::openAutomation:
+    case OnboardingTexts::Action::openScreenCaptureSettings:
+        Q_EMIT settingsRequested(OnboardingTexts::anchor(action));
+        return;
+    }
 }

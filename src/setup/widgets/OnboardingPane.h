@@ -1,22 +1,27 @@
 #pragma once
 
+#include "setup/OnboardingTexts.h"
+
 #include <QWidget>
 
 class OnboardingState;
+class OnboardingStepView;
 class PermissionStore;
 class Preferences;
 class QLabel;
 class QPushButton;
 class QScrollArea;
+class StatusMessage;
 class StepCapsules;
 
-// The six-step tour: where it stands, the step's texts and the way forward, back or out.
+// The six-step tour: where it stands, the step's texts, its buttons and the way forward, back or
+// out. The tour has no status line of its own, so the panel's message shows above the buttons.
 class OnboardingPane : public QWidget
 {
     Q_OBJECT
 public:
     OnboardingPane(OnboardingState& onboarding, const PermissionStore& permissions,
-                   const Preferences& preferences, QWidget* parent = nullptr);
+                   const Preferences& preferences, const StatusMessage& message, QWidget* parent = nullptr);
 
     QString titleText() const;
     QString subtitleText() const;
@@ -26,23 +31,34 @@ public:
     QPushButton* primaryButton() const { return m_primary; }
     QPushButton* backButton() const { return m_back; }
     QPushButton* laterButton() const { return m_later; }
-    QWidget* stepView() const;
+    OnboardingStepView* stepView() const;
+    QString messageText() const;
 
 Q_SIGNALS:
     // "Später einrichten", or the last step's primary button.
     void finishRequested();
     // The page came into view: permissions may have changed while the panel was away.
     void shown();
+    // The steps' buttons.
+    void accessibilityRequested();
+    void revealAppRequested();
+    void settingsRequested(const QString& anchor);
+    void screenCaptureRequested();
+    void recheckRequested();
 
 protected:
     void showEvent(QShowEvent* event) override;
 
 private:
     void sync();
+    void showChecking();
+    void showMessage();
+    void run(OnboardingTexts::Action action);
 
     OnboardingState& m_onboarding;
     const PermissionStore& m_permissions;
     const Preferences& m_preferences;
+    const StatusMessage& m_message;
     QWidget* m_header;
     StepCapsules* m_capsules;
     QLabel* m_title;
@@ -52,4 +68,6 @@ private:
     QPushButton* m_later;
     QPushButton* m_back;
     QPushButton* m_primary;
+    QLabel* m_messageLine;
+    int m_shownStep = -1;
 };

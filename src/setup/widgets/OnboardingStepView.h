@@ -4,10 +4,27 @@
 
 #include <QWidget>
 
-// The body of one tour step, built from its texts: symbol, permission state, paragraphs, tips.
+class QPushButton;
+
+// The body of one tour step, built from its texts: symbol, permission states, paragraphs, the
+// step's buttons, the refresh row and the tips.
 class OnboardingStepView : public QWidget
 {
     Q_OBJECT
 public:
     explicit OnboardingStepView(const OnboardingTexts::Content& content, QWidget* parent = nullptr);
+
+    // The button with this text, or nullptr.
+    QPushButton* button(const QString& text) const;
+    // "Wird geprüft …" while a check runs, else "Status erneut prüfen".
+    void setChecking(bool checking);
+
+Q_SIGNALS:
+    void actionTriggered(OnboardingTexts::Action action);
+    void recheckRequested();
+
+private:
+    QWidget* refreshRow(bool restartNote);
+
+    QPushButton* m_recheck = nullptr;
 };

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/Dialogs.h"
+
+#include <QPointer>
+
+// Dialogs that stay open until the test answers them, oldest first, as a user would.
+class MemoryDialogs final : public Dialogs
+{
+public:
+    void open(const OpenDialogRequest& request, QObject* context, Answer answer) override;
+
+    int openCount() const { return int(m_open.size()); }
+    // The request of the oldest open dialog; only while one is open.
+    const OpenDialogRequest& current() const { return m_open.first().request; }
+    // The user confirms these items; false when no dialog was open.
+    bool choose(const QList<QUrl>& urls);
+    bool cancel();
+
+    // Every request shown so far.
+    QList<OpenDialogRequest> shown;
+
+private:
+    struct OpenDialog
+    {
+        OpenDialogRequest request;
+        QPointer<QObject> context;
+        Answer answer;
+    };
+    bool finish(std::optional<QList<QUrl>> result);
+
+    QList<OpenDialog> m_open;
+};

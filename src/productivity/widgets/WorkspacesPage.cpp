@@ -1,0 +1,144 @@
+#include "productivity/widgets/WorkspacesPage.h"
+
+#include "productivity/Productivity.h"
+#include "productivity/WorkspaceTexts.h"
+#include "productivity/widgets/ElidedTextLabel.h"
+#include "productivity/widgets/WorkspaceEditor.h"
+#include "ui/Card.h"
+#include "ui/PanelTheme.h"
+#include "ui/SymbolLabel.h"
+#include "ui/TextLabel.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace {
+
+const char* const rowName = "workspaceName";
+
+QPushButton* makeButton(const QString& text, const QString& kind)
+{
+    auto* button = new QPushButton(text);
+    button->setCursor(Qt::PointingHandCursor);
+    button->setFont(PanelTheme::font(12, kind == u"primary" ? QFont::DemiBold : QFont::Normal));
+    button->setFocusPolicy(Qt::NoFocus);
+    if (!kind.isEmpty())
+        button->setProperty("kind", kind);
+    return button;
+}
+
+} // namespace
+
+WorkspacesPage::WorkspacesPage(Productivity& productivity, const PanelState& panel, QWidget* parent)
+    : QWidget(parent), m_productivity(productivity), m_editor(new WorkspaceEditor(productivity, panel)),
+      m_empty(new TextLabel(WorkspaceTexts::empty(), 12, TextLabel::secondary)), m_rows(new QVBoxLayout)
+{
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(6);
+    column->addWidget((new TextLabel(WorkspaceTexts::intro(), 12, TextLabel::secondary))->wrapping());
+    column->addWidget(m_editor);
+
+    // Only the list scrolls: the editor stays in reach however many presets there are.
+    auto* scroll = new QScrollArea;
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* content = new QWidget;
+    auto* list = new QVBoxLayout(content);
+    list->setContentsMargins(0, 0, 0, 0);
+    list->setSpacing(4);
+    list->addWidget(m_empty, 0, Qt::AlignHCenter);
+    m_rows->setSpacing(4);
+    list->addLayout(m_rows);
+    list->addStretch(1);
+    scroll->setWidget(content);
+    column->addWidget(scroll, 1);
+
+    connect(m_editor, &WorkspaceEditor::chooseRequested, this, &WorkspacesPage::chooseRequested);
+    connect(&productivity, &Productivity::presetsChanged, this, &WorkspacesPage::rebuild);
+    connect(&productivity, &Productivity::workspaceEditingIDChanged, this, &WorkspacesPage::rebuild);
+    rebuild();
+}
+
+QStringList WorkspacesPage::presetNames() const
+{
+    QStringList names;
+    for (int i = 0; i < m_rows->count(); ++i) {
+        if (QWidget* row = m_rows->itemAt(i)->widget()) {
+            if (auto* name = row->findChild<ElidedTextLabel*>(QString::fromLatin1(rowName)))
+                names.append(name->fullText());
+        }
+    }
+    return names;
+}
+
+QPushButton* WorkspacesPage::rowButton(int row, const QString& text) const
+{
+    QLayoutItem* item = m_rows->itemAt(row);
+    if (!item || !item->widget())
+        return nullptr;
+    for (QPushButton* button : item->widget()->findChildren<QPushButton*>()) {
+        if (button->text() == text)
+            return button;
+    }
+    return nullptr;
+}
+
+bool WorkspacesPage::showsEmptyState() const
+{
+    return !m_empty->isHidden();
+}
+
+void WorkspacesPage::rebuild()
+{
+    // A row may be the sender of the click that changed the list, so it goes later.
+    while (QLayoutItem* item = m_rows->takeAt(0)) {
+        if (QWidget* widget = item->widget()) {
+            widget->hide();
+            widget->deleteLater();
+        }
+        delete item;
+    }
+    for (const WorkspacePreset& preset : m_productivity.presets())
+        m_rows->addWidget(makeRow(preset));
+    m_empty->setHidden(!m_productivity.presets().isEmpty());
+}
+
+QWidget* WorkspacesPage::makeRow(const WorkspacePreset& preset)
+{
+    auto* row = new Card;
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(10, 6, 8, 6);
+    layout->setSpacing(8);
+    auto* glyph = new SymbolLabel(QStringLiteral("square.stack.3d.up"), 16);
+    glyph->setStyleSheet(QStringLiteral("color: %1;").arg(PanelTheme::accent().name()));
+    layout->addWidget(glyph);
+
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(0);
+    // Long names and item lists give way to the buttons instead of widening the panel.
+    auto* name = new ElidedTextLabel(preset.name, 13, TextLabel::primary, QFont::DemiBold);
+    name->setObjectName(QString::fromLatin1(rowName));
+    auto* items = new ElidedTextLabel(WorkspaceTexts::items(preset.paths), 11, TextLabel::secondary);
+    items->setToolTip(preset.paths.join(QLatin1Char('\n')));
+    texts->addWidget(name);
+    texts->addWidget(items);
+    layout->addLayout(texts, 1);
+
+    auto* start = makeButton(WorkspaceTexts::start(), QStringLiteral("primary"));
+    auto* edit = makeButton(WorkspaceTexts::edit(), QString());
+    auto* remove = makeButton(WorkspaceTexts::remove(), QStringLiteral("plain"));
+    // The preset in the editor is already being edited.
+    edit->setEnabled(m_productivity.workspaceEditingID() != preset.id);
+    for (QPushButton* button : {start, edit, remove})
+        layout->addWidget(button);
+
+    connect(start, &QPushButton::clicked, this, [this, preset] { Q_EMIT launchRequested(preset); });
+    const QUuid id = preset.id;
+    connect(edit, &QPushButton::clicked, this, [this, id] { m_productivity.editWorkspace(id); });
+    connect(remove, &QPushButton::clicked, this, [this, id] { m_productivity.removeWorkspace(id); });
+    return row;
+}
