@@ -359,10 +359,7 @@ void measureStalls(const char* what, const char* mode, double seconds, int retak
     Defaults defaults(QStringLiteral("Brenlow.Bench.") + QUuid::createUuid().toString(QUuid::WithoutBraces));
     MemoryPlatform memory;
     LinuxPasteboard pasteboard(QGuiApplication::clipboard());
-    const Platform base = memory.platform();
-    const Platform platform{base.clock,   base.scheduler,  pasteboard,    base.permissions,
-                            base.sound,   base.workspace,  base.displays, base.pointer,
-                            base.hotKeys, base.keyMonitor, base.statusBar};
+    const Platform platform = memory.platform(pasteboard);
     {
         Model model(defaults, platform, true, pasteboard,
                     folder.filePath(QStringLiteral("h/clipboard.sqlite")));

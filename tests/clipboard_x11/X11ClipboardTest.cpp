@@ -135,10 +135,7 @@ private Q_SLOTS:
         MemoryPlatform memory;
         LinuxPasteboard pasteboard(QGuiApplication::clipboard());
         QVERIFY(watching(pasteboard));
-        const Platform base = memory.platform();
-        const Platform platform{base.clock,   base.scheduler,  pasteboard,    base.permissions,
-                                base.sound,   base.workspace,  base.displays, base.pointer,
-                                base.hotKeys, base.keyMonitor, base.statusBar};
+        const Platform platform = memory.platform(pasteboard);
         Model model(*domain.defaults, platform, true, pasteboard,
                     dir.filePath(QStringLiteral("clipboard.sqlite")));
         model.stopHeartbeat();
