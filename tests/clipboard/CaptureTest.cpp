@@ -7,6 +7,7 @@
 #include "productivity/Productivity.h"
 
 #include <QCryptographicHash>
+#include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -55,9 +56,15 @@ void executeRaw(const QString& path, const char* sql)
 int captureAndHang(const QString& path, const QString& text)
 {
     enterTestMode();
-    ModelFixture fixture(path);
-    copy(fixture, text);
-    if (fixture.model->clips().isEmpty() || fixture.model->clips().first().text != text)
+    // The settings go beside the history, into the parent's scratch folder: this process is
+    // killed, so it never gets to remove them itself.
+    ScratchDomain domain(QFileInfo(path).absolutePath());
+    MemoryPlatform memory;
+    Model model(*domain.defaults, memory.platform(), false, memory.pasteboard, path);
+    memory.clock.advance(1.0);
+    memory.pasteboard.copyFromOutside(text);
+    model.pollClipboard();
+    if (!model.clipboardHistory().store().slotOf(text))
         return 2;
     std::printf("captured\n");
     std::fflush(stdout);
