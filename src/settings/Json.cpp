@@ -1,5 +1,6 @@
 #include "settings/Json.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 
 #include <cmath>
@@ -71,6 +72,19 @@ std::optional<QByteArray> decodeData(const QJsonValue& value)
     if (!result)
         return std::nullopt;
     return *result;
+}
+
+std::optional<QStringList> decodeStringList(const QJsonValue& value)
+{
+    if (!value.isArray())
+        return std::nullopt;
+    QStringList list;
+    for (const QJsonValue& item : value.toArray()) {
+        if (!item.isString())
+            return std::nullopt;
+        list.append(item.toString());
+    }
+    return list;
 }
 
 std::optional<QString> requiredString(const QJsonObject& object, const QString& key)

@@ -5,6 +5,7 @@
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QString>
+#include <QStringList>
 #include <QUuid>
 
 #include <optional>
@@ -25,6 +26,9 @@ std::optional<QUuid> decodeUuid(const QJsonValue& value);
 
 QString encodeData(const QByteArray& data);
 std::optional<QByteArray> decodeData(const QJsonValue& value);
+
+// An array of strings only; anything else gives nothing.
+std::optional<QStringList> decodeStringList(const QJsonValue& value);
 
 // A required string field; absent or another type gives nothing.
 std::optional<QString> requiredString(const QJsonObject& object, const QString& key);

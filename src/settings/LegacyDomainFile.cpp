@@ -49,14 +49,10 @@ QVariant decode(const QJsonValue& entry)
             return *date;
         return {};
     }
-    if (type == u"strings" && value.isArray()) {
-        QStringList list;
-        for (const QJsonValue& item : value.toArray()) {
-            if (!item.isString())
-                return {};
-            list.append(item.toString());
-        }
-        return list;
+    if (type == u"strings") {
+        if (const auto list = Json::decodeStringList(value))
+            return *list;
+        return {};
     }
     return {};
 }

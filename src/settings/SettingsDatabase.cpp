@@ -149,13 +149,9 @@ QVariant decode(const QString& type, sqlite3_stmt* statement, int column)
         const QJsonDocument document = QJsonDocument::fromJson(rawBytes(statement, column), &error);
         if (error.error != QJsonParseError::NoError || !document.isArray())
             return {};
-        QStringList list;
-        for (const QJsonValue& item : document.array()) {
-            if (!item.isString())
-                return {};
-            list.append(item.toString());
-        }
-        return list;
+        if (const auto list = Json::decodeStringList(QJsonValue(document.array())))
+            return *list;
+        return {};
     }
     return {};
 }
