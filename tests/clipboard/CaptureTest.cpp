@@ -34,14 +34,6 @@ void copy(ModelFixture& fixture, const QString& text, const QStringList& types =
     fixture.model->pollClipboard();
 }
 
-QStringList texts(const QList<Clip>& clips)
-{
-    QStringList result;
-    for (const Clip& clip : clips)
-        result.append(clip.text);
-    return result;
-}
-
 void executeRaw(const QString& path, const char* sql)
 {
     sqlite3* db = nullptr;

@@ -23,14 +23,6 @@ QList<Clip> history(const QStringList& texts)
     return clips;
 }
 
-QStringList texts(const QList<Clip>& clips)
-{
-    QStringList result;
-    for (const Clip& clip : clips)
-        result.append(clip.text);
-    return result;
-}
-
 } // namespace
 
 // The visible rows: favourites first, search and filter; and the list model that feeds the page.

@@ -39,14 +39,6 @@ QStringList rowTexts(const ClipStore& store, const VisibleRows& visible)
     return texts;
 }
 
-QStringList texts(const QList<Clip>& clips)
-{
-    QStringList result;
-    for (const Clip& clip : clips)
-        result.append(clip.text);
-    return result;
-}
-
 } // namespace
 
 // The packed history in memory: texts come back exactly, slots stay put, snapshots stay still,
