@@ -8,6 +8,10 @@
 #include "model/Model.h"
 #include "overview/widgets/MiniOverview.h"
 #include "overview/widgets/OverviewPage.h"
+#include "productivity/DeviceSearch.h"
+#include "productivity/ShelfTexts.h"
+#include "productivity/widgets/NotesPage.h"
+#include "productivity/widgets/SearchPage.h"
 #include "productivity/widgets/ShelfPage.h"
 #include "productivity/widgets/WorkspacesPage.h"
 #include "setup/widgets/OnboardingPane.h"
@@ -29,7 +33,24 @@ void registerPanelPages(PageRegistry& pages, Model& model)
         return new MiniOverview(m->nowPlaying(), m->focus(), m->deviceStatus(), m->panel(),
                                 m->productivity());
     });
-    pages.addPage(Page::shelf, [m] { return new ShelfPage(m->shelf()); });
+    pages.addPage(Page::shelf, [m] {
+        auto* page = new ShelfPage(m->shelf());
+        QObject::connect(page, &ShelfPage::chooseRequested, m, &Model::chooseFiles);
+        QObject::connect(page, &ShelfPage::shareRequested, m, &Model::airDrop);
+        QObject::connect(page, &ShelfPage::openRequested, m, &Model::openItem);
+        return page;
+    });
+    pages.addPage(Page::search, [m] {
+        auto* page = new SearchPage(m->deviceSearch());
+        QObject::connect(page, &SearchPage::openRequested, m, &Model::openItem);
+        QObject::connect(page, &SearchPage::revealRequested, m, &Model::revealItem);
+        QObject::connect(page, &SearchPage::addRequested, m, [m](const QUrl& url) {
+            m->addFiles({url});
+            m->setMessage(ShelfTexts::addedToShelf());
+        });
+        return page;
+    });
+    pages.addPage(Page::notes, [m] { return new NotesPage(m->productivity()); });
     pages.addPage(Page::workspaces, [m] {
         auto* page = new WorkspacesPage(m->productivity(), m->panel());
         QObject::connect(page, &WorkspacesPage::chooseRequested, m, &Model::chooseWorkspaceItems);

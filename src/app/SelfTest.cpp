@@ -30,6 +30,8 @@ int runSelfTest()
         pass(SelfTestGroups::permissions());
         pass(SelfTestGroups::productivityStore());
         pass(SelfTestGroups::preferencesAndHover());
+        pass(SelfTestGroups::noteHistory());
+        pass(SelfTestGroups::searchRules());
 
         Defaults defaults(domainName);
         MemoryPlatform memory;
@@ -37,6 +39,7 @@ int runSelfTest()
             Model model(defaults, memory.platform(), false, memory.pasteboard);
             pass(SelfTestGroups::clipboardCapture(model, memory));
             pass(SelfTestGroups::historyPersistence(model, memory));
+            pass(SelfTestGroups::shelfAndSharing(model, memory));
             pass(SelfTestGroups::timerAndEvents(model, memory));
         }
     } catch (const SelfTestFailure& failure) {

@@ -34,6 +34,10 @@ void hoverBehaviour();
 QString clipboardCapture(Model& model, MemoryPlatform& memory);
 QString historyPersistence(Model& model, MemoryPlatform& memory);
 QString timerAndEvents(Model& model, MemoryPlatform& memory);
+// Notes, shelf and search.
+QString noteHistory();
+QString shelfAndSharing(Model& model, MemoryPlatform& memory);
+QString searchRules();
 
 } // namespace SelfTestGroups
 

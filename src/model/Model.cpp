@@ -10,9 +10,17 @@
 #include "focus/FocusTimer.h"
 #include "media/NowPlaying.h"
 #include "model/PanelState.h"
+#include "platform/FileSearch.h"
 #include "platform/Pasteboard.h"
+#include "productivity/AppCatalog.h"
+#include "productivity/AppFavourites.h"
+#include "productivity/DesktopEntry.h"
+#include "productivity/DeviceSearch.h"
+#include "productivity/ItemOpener.h"
 #include "productivity/Productivity.h"
 #include "productivity/Shelf.h"
+#include "productivity/ShelfSharing.h"
+#include "productivity/ShelfTexts.h"
 #include "productivity/WorkspaceLauncher.h"
 #include "productivity/WorkspacePaths.h"
 #include "productivity/WorkspaceTexts.h"
@@ -23,6 +31,7 @@
 #include "setup/PermissionActions.h"
 #include "setup/PermissionStore.h"
 
+#include <QDir>
 #include <QPointer>
 #include <QTimer>
 
@@ -90,7 +99,16 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
     });
 
     // 10. Shelf and favourite apps, the workspaces' launcher and the permission repairs.
-    m_shelf = std::make_unique<Shelf>(defaults);
+    // A first start picks the desktop's browser, editor and terminal as favourites.
+    FileSearch& files = platform.fileSearch;
+    m_shelf = std::make_unique<Shelf>(defaults, [&files] {
+        return AppFavourites::defaults(
+            AppCatalog::scan(files.applicationFolders(), DesktopEntry::userLanguages()),
+            files.defaultAppFolders());
+    });
+    m_sharing = std::make_unique<ShelfSharing>(platform.sharing, *m_message, *m_panel);
+    m_opener = std::make_unique<ItemOpener>(platform.workspace, *m_message);
+    m_search = std::make_unique<DeviceSearch>(platform.fileSearch, platform.scheduler);
     m_launcher = std::make_unique<WorkspaceLauncher>(platform.workspace, *m_message, *m_activity);
     m_permissionActions = std::make_unique<PermissionActions>(*m_permissions, platform.workspace, *m_message);
 
@@ -206,10 +224,22 @@ void Model::present(const OpenDialogRequest& request, QObject* context,
 
 void Model::chooseWorkspaceItems()
 {
-    const OpenDialogRequest request{WorkspaceTexts::chooserTitle(), WorkspacePaths::chooserStart(), true,
-                                    true, true};
+    const OpenDialogRequest request{
+        WorkspaceTexts::chooserTitle(), WorkspacePaths::chooserStart(), true, true, true, {}};
     Productivity* store = m_productivity.get();
     present(request, store, [store](const QList<QUrl>& urls) { store->addWorkspacePaths(urls); });
+}
+
+void Model::chooseFiles(bool appOnly)
+{
+    OpenDialogRequest request{ShelfTexts::addFiles(), QDir::homePath(), true, true, !appOnly, {}};
+    if (appOnly) {
+        request.title = ShelfTexts::addApps();
+        request.startFolder = WorkspacePaths::chooserStart();
+        request.nameFilters = {ShelfTexts::appFilter()};
+    }
+    Shelf* shelf = m_shelf.get();
+    present(request, shelf, [shelf](const QList<QUrl>& urls) { shelf->addFiles(urls); });
 }
 
 void Model::copyBack(const Clip& clip)
@@ -265,6 +295,11 @@ const QList<QUrl>& Model::apps() const { return m_shelf->apps(); }
 void Model::addFiles(const QList<QUrl>& urls) { m_shelf->addFiles(urls); }
 void Model::removeFile(const QUrl& url) { m_shelf->removeFile(url); }
 void Model::persistShelf() { m_shelf->persistShelf(); }
+void Model::removeApp(const QUrl& url) { m_shelf->removeApp(url); }
+void Model::airDrop(const QList<QUrl>& urls) { m_sharing->airDrop(urls); }
+bool Model::sharingSessionOpen() const { return m_sharing->sessionOpen(); }
+void Model::openItem(const QUrl& url) { m_opener->open(url); }
+void Model::revealItem(const QUrl& url) { m_opener->reveal(url); }
 
 bool Model::mediaEnabled() const { return m_nowPlaying->mediaEnabled(); }
 void Model::setMediaEnabled(bool enabled) { m_nowPlaying->setMediaEnabled(enabled); }

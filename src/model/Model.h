@@ -34,6 +34,9 @@ class Preferences;
 class Productivity;
 class ScreenCapture;
 class Shelf;
+class ShelfSharing;
+class DeviceSearch;
+class ItemOpener;
 class WorkspaceLauncher;
 class StatusMessage;
 class QTimer;
@@ -65,6 +68,8 @@ public:
     OnboardingState& onboarding() const { return *m_onboarding; }
     Productivity& productivity() const { return *m_productivity; }
     Shelf& shelf() const { return *m_shelf; }
+    DeviceSearch& deviceSearch() const { return *m_search; }
+    ItemOpener& itemOpener() const { return *m_opener; }
     ClipboardHistory& clipboardHistory() const { return *m_clipboard; }
     FocusTimer& focus() const { return *m_focus; }
     ActivityLog& activity() const { return *m_activity; }
@@ -132,6 +137,15 @@ public:
     void addFiles(const QList<QUrl>& urls);
     void removeFile(const QUrl& url);
     void persistShelf();
+    void removeApp(const QUrl& url);
+    // An open dialog for the shelf: only applications (desktop entries) when `appOnly`.
+    void chooseFiles(bool appOnly);
+    // Sends the files to a nearby device (the shelf's "AirDrop für alle").
+    void airDrop(const QList<QUrl>& urls);
+    bool sharingSessionOpen() const;
+    // Opens a shelf item, a favourite or a search result; says so when it is gone or failed.
+    void openItem(const QUrl& url);
+    void revealItem(const QUrl& url);
     // Shows an open dialog above the panel, which stays open while it is up; `chosen` gets what the
     // user confirmed, while `context` lives. A cancelled dialog only releases the panel.
     void present(const OpenDialogRequest& request, QObject* context,
@@ -194,6 +208,9 @@ private:
     std::unique_ptr<ActivityLog> m_activity;
     std::unique_ptr<FocusTimer> m_focus;
     std::unique_ptr<Shelf> m_shelf;
+    std::unique_ptr<ShelfSharing> m_sharing;
+    std::unique_ptr<ItemOpener> m_opener;
+    std::unique_ptr<DeviceSearch> m_search;
     std::unique_ptr<WorkspaceLauncher> m_launcher;
     QTimer* m_timer = nullptr;
     qint64 m_ticks = 0;

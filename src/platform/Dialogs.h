@@ -3,6 +3,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 
 #include <functional>
@@ -16,6 +17,8 @@ struct OpenDialogRequest
     bool multipleSelection = true;
     bool files = true;
     bool directories = false;
+    // Name filters such as "Programme (*.desktop)"; empty shows everything.
+    QStringList nameFilters;
 };
 
 // The desktop's file dialogs. They never block: the answer comes later, on the main thread.

@@ -12,6 +12,8 @@ class HotKeys;
 class KeyMonitor;
 class StatusBar;
 class Dialogs;
+class FileSearch;
+class Sharing;
 
 // The services one run of the application uses. Built in one place (the Linux bundle for the
 // real application, the memory bundle for tests and the self-test) and handed to the stores.
@@ -29,4 +31,6 @@ struct Platform
     KeyMonitor& keyMonitor;
     StatusBar& statusBar;
     Dialogs& dialogs;
+    FileSearch& fileSearch;
+    Sharing& sharing;
 };

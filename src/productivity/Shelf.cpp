@@ -2,6 +2,8 @@
 
 #include "settings/Defaults.h"
 
+#include <QSet>
+
 namespace {
 const QString filesKey = QStringLiteral("files");
 const QString appsKey = QStringLiteral("apps");
@@ -22,18 +24,20 @@ QStringList filePaths(const QList<QUrl>& urls)
     return paths;
 }
 
-bool isApplication(const QUrl& url)
-{
-    const QString name = url.fileName();
-    return name.contains(u'.') && name.section(u'.', -1).toLower() == u"app";
-}
 } // namespace
 
-Shelf::Shelf(Defaults& defaults, QObject* parent) : QObject(parent), m_defaults(defaults)
+bool Shelf::isApplication(const QUrl& url)
 {
-    static const QStringList defaultApps = {QStringLiteral("/System/Applications/Safari.app"),
-                                            QStringLiteral("/System/Applications/Notes.app"),
-                                            QStringLiteral("/System/Applications/Utilities/Terminal.app")};
+    const QString name = url.fileName();
+    if (!name.contains(u'.'))
+        return false;
+    const QString extension = name.section(u'.', -1).toLower();
+    return extension == u"desktop" || extension == u"app";
+}
+
+Shelf::Shelf(Defaults& defaults, const std::function<QStringList()>& defaultApps, QObject* parent)
+    : QObject(parent), m_defaults(defaults)
+{
     // A list of another type reads as missing; its original is kept aside before the shelf's
     // next change replaces it.
     const auto apps = defaults.stringArrayValue(appsKey);
@@ -42,7 +46,7 @@ Shelf::Shelf(Defaults& defaults, QObject* parent) : QObject(parent), m_defaults(
     const auto files = defaults.stringArrayValue(filesKey);
     if (!files && defaults.contains(filesKey))
         defaults.keepUnreadable(filesKey, QStringLiteral("die Dateien der Ablage"));
-    m_apps = fileUrls(apps.value_or(defaultApps));
+    m_apps = fileUrls(apps ? *apps : (defaultApps ? defaultApps() : QStringList()));
     m_files = fileUrls(files.value_or(QStringList()));
 }
 
@@ -50,12 +54,18 @@ void Shelf::addFiles(const QList<QUrl>& urls)
 {
     QList<QUrl> files = m_files;
     QList<QUrl> apps = m_apps;
+    // Sets keep a drop of thousands of files from comparing each with every other.
+    QSet<QUrl> knownFiles(files.cbegin(), files.cend());
+    QSet<QUrl> knownApps(apps.cbegin(), apps.cend());
     for (const QUrl& url : urls) {
         if (!url.isLocalFile())
             continue;
-        QList<QUrl>& target = isApplication(url) ? apps : files;
-        if (!target.contains(url))
-            target.append(url);
+        const bool application = isApplication(url);
+        QSet<QUrl>& known = application ? knownApps : knownFiles;
+        if (known.contains(url))
+            continue;
+        known.insert(url);
+        (application ? apps : files).append(url);
     }
     const bool filesMoved = files != m_files;
     const bool appsMoved = apps != m_apps;
@@ -72,6 +82,13 @@ void Shelf::removeFile(const QUrl& url)
 {
     if (m_files.removeAll(url) > 0)
         Q_EMIT filesChanged();
+    persistShelf();
+}
+
+void Shelf::removeApp(const QUrl& url)
+{
+    if (m_apps.removeAll(url) > 0)
+        Q_EMIT appsChanged();
     persistShelf();
 }
 

@@ -4,6 +4,8 @@
 #include <QObject>
 #include <QUrl>
 
+#include <functional>
+
 class Defaults;
 
 // The files on the shelf ("Ablage") and the favourite apps, in the order they arrived; both are
@@ -14,7 +16,8 @@ class Shelf : public QObject
     Q_PROPERTY(QList<QUrl> files READ files NOTIFY filesChanged)
     Q_PROPERTY(QList<QUrl> apps READ apps NOTIFY appsChanged)
 public:
-    explicit Shelf(Defaults& defaults, QObject* parent = nullptr);
+    // `defaultApps` gives the favourites of a first start; it is asked only when none are stored.
+    Shelf(Defaults& defaults, const std::function<QStringList()>& defaultApps, QObject* parent = nullptr);
 
     const QList<QUrl>& files() const { return m_files; }
     const QList<QUrl>& apps() const { return m_apps; }
@@ -23,6 +26,9 @@ public:
     // what is already there stays where it is.
     void addFiles(const QList<QUrl>& urls);
     void removeFile(const QUrl& url);
+    void removeApp(const QUrl& url);
+    // Applications are desktop entries here ("….desktop"); bundles named "….app" count too.
+    static bool isApplication(const QUrl& url);
     void persistShelf();
 
 Q_SIGNALS:

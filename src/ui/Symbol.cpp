@@ -53,6 +53,8 @@ constexpr Entry table[] = {
     {"location", 0xe0c8},                           // location_on
     {"cloud.sun", 0xe430},                          // wb_sunny
     {"video", 0xe04b},                              // videocam
+    {"folder", 0xe2c7},                             // folder
+    {"square.and.arrow.up", 0xe80d},                // share
     {"doc", 0xe24d},                                // insert_drive_file
     {"app", 0xe5c3},                                // apps
     {"plus", 0xe145},                               // add

@@ -7,6 +7,7 @@
 #include "overview/widgets/MiniOverview.h"
 #include "overview/widgets/OverviewPage.h"
 #include "productivity/Productivity.h"
+#include "productivity/widgets/ShelfFileView.h"
 #include "productivity/widgets/ShelfPage.h"
 #include "settings/Preferences.h"
 #include "setup/OnboardingState.h"
@@ -376,20 +377,16 @@ private Q_SLOTS:
         QVERIFY(shelf);
         QVERIFY(shelf->showsEmptyState());
         QVERIFY(labelTexts(shelf).contains(QStringLiteral("Hier ist Platz für deine Dateien.")));
-        QCOMPARE(shelf->appNames(), (QStringList{QStringLiteral("Safari"), QStringLiteral("Notes"),
-                                                 QStringLiteral("Terminal")}));
+        QVERIFY(shelf->appNames().isEmpty());
 
         rig.model().addFiles({QUrl::fromLocalFile(QStringLiteral("/tmp/a.txt")),
                               QUrl::fromLocalFile(QStringLiteral("/tmp/b.png"))});
         QVERIFY(!shelf->showsEmptyState());
         QCOMPARE(shelf->fileNames(), (QStringList{QStringLiteral("a.txt"), QStringLiteral("b.png")}));
-        auto removes = shelf->findChildren<SymbolButton*>();
-        removes.erase(
-            std::remove_if(removes.begin(), removes.end(),
-                           [](SymbolButton* b) { return b->symbol() != u"xmark" || b->isHidden(); }),
-            removes.end());
-        QCOMPARE(removes.size(), 2);
-        QTest::mouseClick(removes.first(), Qt::LeftButton);
+        ShelfFileView* view = shelf->fileView();
+        const QModelIndex first = view->model()->index(0, 0);
+        QTRY_VERIFY(view->visualRect(first).height() > 0);
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->removeMark(first).center());
         QCOMPARE(rig.model().files().size(), 1);
         QCOMPARE(shelf->fileNames(), QStringList{QStringLiteral("b.png")});
     }

@@ -268,8 +268,8 @@ private Q_SLOTS:
         const QUrl app = QUrl::fromLocalFile(QStringLiteral("/opt/Editor.APP"));
         model.addFiles({file, file, app, QUrl(QStringLiteral("https://example.org/x.app"))});
         QCOMPARE(model.files(), QList<QUrl>{file});
-        QCOMPARE(model.apps().size(), 4);
-        QCOMPARE(model.apps().last(), app);
+        // No applications folder in the memory platform: no favourites of a first start.
+        QCOMPARE(model.apps(), QList<QUrl>{app});
         model.removeFile(file);
         Model& restarted = fixture.restart();
         QVERIFY(restarted.files().isEmpty());

@@ -18,6 +18,8 @@ FileAndFolderDialog::FileAndFolderDialog(const OpenDialogRequest& request, QWidg
         setFileMode(QFileDialog::Directory);
     const QString start = QFileInfo(request.startFolder).isDir() ? request.startFolder : QDir::homePath();
     setDirectory(start);
+    if (!request.nameFilters.isEmpty())
+        setNameFilters(request.nameFilters);
     // Qt's own strings are English unless its translations are installed; the ones a user reads
     // first are ours.
     setLabelText(QFileDialog::LookIn, QStringLiteral("Ort:"));

@@ -4,7 +4,9 @@
 #include "common/Scheduler.h"
 #include "platform/Platform.h"
 #include "platform/memory/MemoryDialogs.h"
+#include "platform/memory/MemoryFileSearch.h"
 #include "platform/memory/MemoryServices.h"
+#include "platform/memory/MemorySharing.h"
 
 // The memory bundle: manual time and honest in-memory services, for tests and the self-test.
 class MemoryPlatform
@@ -18,8 +20,8 @@ public:
     // The same with another clipboard, such as the real one.
     Platform platform(Pasteboard& clipboard)
     {
-        return Platform{clock,    scheduler, clipboard, permissions, sound,     workspace,
-                        displays, pointer,   hotKeys,   keyMonitor,  statusBar, dialogs};
+        return Platform{clock,   scheduler, clipboard,  permissions, sound,   workspace,  displays,
+                        pointer, hotKeys,   keyMonitor, statusBar,   dialogs, fileSearch, sharing};
     }
 
     ManualClock clock;
@@ -34,4 +36,6 @@ public:
     MemoryKeyMonitor keyMonitor;
     MemoryStatusBar statusBar;
     MemoryDialogs dialogs;
+    MemoryFileSearch fileSearch;
+    MemorySharing sharing;
 };

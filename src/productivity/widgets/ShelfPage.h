@@ -1,11 +1,16 @@
 #pragma once
 
+#include <QUrl>
 #include <QWidget>
 
 class Shelf;
-class QVBoxLayout;
+class ShelfFileList;
+class ShelfFileView;
+class QHBoxLayout;
+class QPushButton;
 
-// The "Ablage" page: the files on the shelf with a remove control each, then the favourite apps.
+// The "Ablage" page: the files on the shelf (removable, draggable out, openable), the share
+// button, the add buttons and the favourite apps ("APP-FAVORITEN").
 class ShelfPage : public QWidget
 {
     Q_OBJECT
@@ -16,12 +21,22 @@ public:
     QStringList fileNames() const;
     QStringList appNames() const;
     bool showsEmptyState() const;
+    ShelfFileView* fileView() const { return m_view; }
+    // A button of the page by its text (the favourites by their app's name).
+    QPushButton* button(const QString& text) const;
+
+Q_SIGNALS:
+    void chooseRequested(bool appOnly);
+    void shareRequested(const QList<QUrl>& files);
+    void openRequested(const QUrl& url);
 
 private:
-    void rebuild();
+    void rebuildApps();
+    void showFiles();
 
     Shelf& m_shelf;
+    ShelfFileList* m_list;
+    ShelfFileView* m_view;
     QWidget* m_empty;
-    QVBoxLayout* m_files;
-    QVBoxLayout* m_apps;
+    QHBoxLayout* m_apps;
 };
