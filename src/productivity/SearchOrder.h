@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QCollator>
 #include <QList>
 #include <QString>
 
@@ -10,13 +9,13 @@
 // ("Datei 2" before "Datei 10"), case ignored.
 namespace SearchOrder {
 
-QCollator collator();
+// Negative, zero or positive, as a before, equal to or after b.
+int compare(const QString& a, const QString& b);
 
 template <typename Item, typename Name> void sortByName(QList<Item>& items, Name name)
 {
-    const QCollator order = collator();
     std::stable_sort(items.begin(), items.end(),
-                     [&](const Item& a, const Item& b) { return order.compare(name(a), name(b)) < 0; });
+                     [&](const Item& a, const Item& b) { return compare(name(a), name(b)) < 0; });
 }
 
 } // namespace SearchOrder

@@ -37,7 +37,12 @@ class ProductivityViewsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { enterTestMode(); }
+    void initTestCase()
+    {
+        enterTestMode();
+        // Names of desktop entries are read in the user's language.
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    }
 
     void theHistoryStepsBackAndForthWithinItsDepth()
     {

@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -225,6 +226,11 @@ private Q_SLOTS:
         bus.setProcessEnvironment(env);
         bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--nofork"),
                                                   QStringLiteral("--print-address=1")});
+        const auto stopBus = qScopeGuard([&bus] {
+            QDBusConnection::disconnectFromBus(QStringLiteral("search-index"));
+            bus.kill();
+            bus.waitForFinished();
+        });
         QVERIFY(bus.waitForReadyRead(5000));
         const QString address = QString::fromUtf8(bus.readLine()).trimmed();
         env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), address);
@@ -249,8 +255,12 @@ private Q_SLOTS:
 
             QProcess minerProcess;
             minerProcess.setProcessEnvironment(env);
-            minerProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
             minerProcess.setStandardOutputFile(QProcess::nullDevice());
+            minerProcess.setStandardErrorFile(QProcess::nullDevice());
+            const auto stopMiner = qScopeGuard([&minerProcess] {
+                minerProcess.kill();
+                minerProcess.waitForFinished();
+            });
             minerProcess.start(miner, {QStringLiteral("-s"), QStringLiteral("0")});
             QVERIFY(minerProcess.waitForStarted());
             QStringList found;
@@ -274,12 +284,10 @@ private Q_SLOTS:
             QTRY_VERIFY_WITH_TIMEOUT(!search.searching(), 10000);
             QCOMPARE(names(search.results()), (QStringList{QStringLiteral("Quartalsbericht 2.odt"),
                                                            QStringLiteral("quartalsbericht 10.txt")}));
+            // A clean stop, as at the end of a session.
             minerProcess.terminate();
             QVERIFY(minerProcess.waitForFinished(10000));
         }
-        QDBusConnection::disconnectFromBus(QStringLiteral("search-index"));
-        bus.kill();
-        bus.waitForFinished();
     }
 };
 

@@ -33,6 +33,8 @@ void NoteTextView::replaceExternally(const QString& text)
 {
     m_restoring = true;
     setPlainText(text);
+    // Editing goes on where the text ends, as after an undo.
+    moveCursor(QTextCursor::End);
     m_restoring = false;
     m_history.reset(text);
 }
