@@ -8,6 +8,7 @@
 #include "model/Model.h"
 #include "platform/Permissions.h"
 #include "platform/memory/MemoryPlatform.h"
+#include "productivity/DeviceSearch.h"
 #include "productivity/Productivity.h"
 #include "settings/Defaults.h"
 #include "settings/Preferences.h"
@@ -217,8 +218,27 @@ int main(int argc, char** argv)
          {620, 466},
          [](Model& model, MemoryPlatform&) {
              model.addFiles({QUrl::fromLocalFile(QStringLiteral("/home/user/Dokumente/Angebot 2026.pdf")),
-                             QUrl::fromLocalFile(QStringLiteral("/home/user/Bilder/Skizze.png"))});
+                             QUrl::fromLocalFile(QStringLiteral("/home/user/Bilder/Skizze.png")),
+                             QUrl::fromLocalFile(QStringLiteral("/usr/share/applications/xterm.desktop"))});
              model.setPage(Page::shelf);
+         }},
+        {QStringLiteral("notes"),
+         {620, 466},
+         [](Model& model, MemoryPlatform&) {
+             model.productivity().addNote(QStringLiteral("Angebot bis Freitag schicken"));
+             model.productivity().addNote(QStringLiteral("Zahnarzt anrufen"));
+             model.productivity().togglePin(QStringLiteral("Zahnarzt anrufen"));
+             model.productivity().setNoteDraft(
+                 QStringLiteral("Ideen für den Vortrag:\n– Einstieg mit einer Frage"));
+             model.setPage(Page::notes);
+         }},
+        {QStringLiteral("search"),
+         {620, 466},
+         [](Model& model, MemoryPlatform& memory) {
+             memory.fileSearch.files = {QStringLiteral("/etc/hostname"), QStringLiteral("/etc/hosts")};
+             model.deviceSearch().setText(QStringLiteral("host"));
+             memory.scheduler.advance(0.25);
+             model.setPage(Page::search);
          }},
     };
 

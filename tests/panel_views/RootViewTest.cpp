@@ -7,6 +7,7 @@
 #include "overview/widgets/MiniOverview.h"
 #include "overview/widgets/OverviewPage.h"
 #include "productivity/Productivity.h"
+#include "productivity/widgets/SearchPage.h"
 #include "productivity/widgets/ShelfFileView.h"
 #include "productivity/widgets/ShelfPage.h"
 #include "settings/Preferences.h"
@@ -201,10 +202,7 @@ private Q_SLOTS:
         QTest::mouseClick(tabs->tab(Page::search), Qt::LeftButton);
         QCOMPARE(rig.model().page(), Page::search);
         QCOMPARE(tabs->current(), std::optional<Page>(Page::search));
-        auto* placeholder = qobject_cast<PlaceholderPage*>(root.fullLayout()->currentPage());
-        QVERIFY(placeholder);
-        QCOMPARE(placeholder->headlineText(), QStringLiteral("Auf deinem Mac suchen"));
-        QCOMPARE(placeholder->titleText(), QStringLiteral("Suche"));
+        QVERIFY(qobject_cast<SearchPage*>(root.fullLayout()->currentPage()));
 
         QTest::mouseClick(tabs->tab(Page::clipboard), Qt::LeftButton);
         QVERIFY(qobject_cast<HistoryPage*>(root.fullLayout()->currentPage()));
