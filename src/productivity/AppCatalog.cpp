@@ -6,35 +6,50 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
+#include <QHash>
 #include <QSet>
 #include <QStandardPaths>
 
 namespace {
 
-bool programFound(const QString& program)
+// Many entries start the same program (sh, env, flatpak): a scan looks each name up once.
+using ProgramCache = QHash<QString, bool>;
+
+bool programFound(const QString& program, ProgramCache& cache)
 {
     if (program.isEmpty())
         return false;
-    if (program.startsWith(u'/'))
-        return QFileInfo(program).isExecutable();
-    return !QStandardPaths::findExecutable(program).isEmpty();
+    const auto known = cache.constFind(program);
+    if (known != cache.cend())
+        return *known;
+    const bool there = program.startsWith(u'/') ? QFileInfo(program).isExecutable()
+                                                : !QStandardPaths::findExecutable(program).isEmpty();
+    cache.insert(program, there);
+    return there;
+}
+
+bool offeredWith(const DesktopEntry& entry, ProgramCache& cache)
+{
+    if (!entry.application || entry.hidden || entry.noDisplay)
+        return false;
+    if (!entry.tryExec.isEmpty() && !programFound(entry.tryExec, cache))
+        return false;
+    return programFound(DesktopEntry::program(entry.exec), cache);
 }
 
 } // namespace
 
 bool AppCatalog::offered(const DesktopEntry& entry)
 {
-    if (!entry.application || entry.hidden || entry.noDisplay)
-        return false;
-    if (!entry.tryExec.isEmpty() && !programFound(entry.tryExec))
-        return false;
-    return programFound(DesktopEntry::program(entry.exec));
+    ProgramCache cache;
+    return offeredWith(entry, cache);
 }
 
 QList<InstalledApp> AppCatalog::scan(const QStringList& folders, const QStringList& languages)
 {
     QList<InstalledApp> apps;
     QSet<QString> seen;
+    ProgramCache programs;
     for (const QString& folder : folders) {
         const QDir root(folder);
         QDirIterator it(folder, {QStringLiteral("*.desktop")}, QDir::Files | QDir::Readable,
@@ -46,7 +61,7 @@ QList<InstalledApp> AppCatalog::scan(const QStringList& folders, const QStringLi
                 continue;
             seen.insert(id);
             const auto entry = DesktopEntry::read(path, languages);
-            if (!entry || !offered(*entry))
+            if (!entry || !offeredWith(*entry, programs))
                 continue;
             apps.append(InstalledApp{path, id, entry->name, entry->categories});
         }

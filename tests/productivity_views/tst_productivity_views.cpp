@@ -221,6 +221,8 @@ private Q_SLOTS:
         DeviceSearch search(memory.fileSearch, memory.scheduler);
         QTRY_VERIFY(search.appsReady());
         SearchPage page(search);
+        page.resize(580, 300);
+        page.show();
         QCOMPARE(page.field()->placeholderText(), QStringLiteral("Programme oder Dateien suchen …"));
 
         QTest::keyClicks(page.field(), QStringLiteral("term"));
@@ -229,6 +231,8 @@ private Q_SLOTS:
         QTRY_COMPARE(page.rowNames(),
                      (QStringList{QStringLiteral("Terminal"), QStringLiteral("term notes.md")}));
         QCOMPARE(page.statusText(), QStringLiteral("2 Treffer · Programme zuerst · Spotlight-Dateiindex"));
+        QTRY_VERIFY(page.rowButton(1, QStringLiteral("term notes.md"))->isVisible());
+        QVERIFY(page.rowButton(1, QStringLiteral("term notes.md"))->height() > 10);
 
         page.scope()->button(QStringLiteral("Apps"))->click();
         QCOMPARE(page.rowNames(), QStringList{QStringLiteral("Terminal")});
