@@ -12,6 +12,12 @@ class HotKeys;
 class KeyMonitor;
 class StatusBar;
 class Dialogs;
+// Devices, login item and the desktop's settings.
+class PowerSources;
+class AudioDevices;
+class CameraActivity;
+class LoginItems;
+class SystemSettings;
 
 // The services one run of the application uses. Built in one place (the Linux bundle for the
 // real application, the memory bundle for tests and the self-test) and handed to the stores.
@@ -29,4 +35,10 @@ struct Platform
     KeyMonitor& keyMonitor;
     StatusBar& statusBar;
     Dialogs& dialogs;
+    // Devices, login item and the desktop's settings.
+    PowerSources& powerSources;
+    AudioDevices& audioDevices;
+    CameraActivity& cameras;
+    LoginItems& loginItems;
+    SystemSettings& systemSettings;
 };

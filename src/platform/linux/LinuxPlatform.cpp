@@ -1,6 +1,11 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include "platform/linux/LinuxAudioDevices.h"
+#include "platform/linux/LinuxCameraActivity.h"
 #include "platform/linux/LinuxDialogs.h"
+#include "platform/linux/LinuxLoginItems.h"
+#include "platform/linux/LinuxPowerSources.h"
+#include "platform/linux/LinuxSystemSettings.h"
 #include "platform/linux/LinuxDisplays.h"
 #include "platform/linux/LinuxHotKeys.h"
 #include "platform/linux/LinuxKeyMonitor.h"
@@ -19,7 +24,11 @@ LinuxPlatform::LinuxPlatform()
       m_workspace(std::make_unique<LinuxWorkspace>()), m_displays(std::make_unique<LinuxDisplays>()),
       m_pointer(std::make_unique<LinuxPointer>()), m_hotKeys(std::make_unique<LinuxHotKeys>()),
       m_keyMonitor(std::make_unique<LinuxKeyMonitor>()), m_statusBar(std::make_unique<LinuxStatusBar>()),
-      m_dialogs(std::make_unique<LinuxDialogs>())
+      m_dialogs(std::make_unique<LinuxDialogs>()),
+      // Devices, login item and the desktop's settings.
+      m_powerSources(std::make_unique<LinuxPowerSources>()), m_audioDevices(std::make_unique<LinuxAudioDevices>()),
+      m_cameras(std::make_unique<LinuxCameraActivity>()), m_loginItems(std::make_unique<LinuxLoginItems>()),
+      m_systemSettings(std::make_unique<LinuxSystemSettings>())
 {}
 
 LinuxPlatform::~LinuxPlatform() = default;
@@ -27,5 +36,6 @@ LinuxPlatform::~LinuxPlatform() = default;
 Platform LinuxPlatform::platform()
 {
     return Platform{m_clock,     m_scheduler, *m_pasteboard, *m_permissions, *m_sound,     *m_workspace,
-                    *m_displays, *m_pointer,  *m_hotKeys,    *m_keyMonitor,  *m_statusBar, *m_dialogs};
+                    *m_displays, *m_pointer,  *m_hotKeys,    *m_keyMonitor,  *m_statusBar, *m_dialogs,
+                    *m_powerSources, *m_audioDevices, *m_cameras, *m_loginItems, *m_systemSettings};
 }

@@ -16,6 +16,11 @@ class HotKeys;
 class KeyMonitor;
 class StatusBar;
 class Dialogs;
+class PowerSources;
+class AudioDevices;
+class CameraActivity;
+class LoginItems;
+class SystemSettings;
 
 // The real services of a Linux desktop session (X11 or XWayland). Needs a QGuiApplication.
 class LinuxPlatform
@@ -41,4 +46,10 @@ private:
     std::unique_ptr<KeyMonitor> m_keyMonitor;
     std::unique_ptr<StatusBar> m_statusBar;
     std::unique_ptr<Dialogs> m_dialogs;
+    // Devices, login item and the desktop's settings.
+    std::unique_ptr<PowerSources> m_powerSources;
+    std::unique_ptr<AudioDevices> m_audioDevices;
+    std::unique_ptr<CameraActivity> m_cameras;
+    std::unique_ptr<LoginItems> m_loginItems;
+    std::unique_ptr<SystemSettings> m_systemSettings;
 };
