@@ -1,4 +1,9 @@
-#!/usr/bin/python3
+#pragma once
+
+// The UPower fixture the live test writes into its scratch folder: a python script run under
+// umockdev-wrapper, and the configuration of its private "system" bus.
+
+inline constexpr char upowerFixtureScript[] = R"PY(#!/usr/bin/python3
 """The real upowerd on a private system bus, fed a fake battery by umockdev.
 
 Run as: umockdev-wrapper python3 upower_fixture.py <bus config>
@@ -60,3 +65,21 @@ upowerd.terminate()
 bus.terminate()
 upowerd.wait()
 bus.wait()
+)PY";
+
+inline constexpr char privateSystemBusConfig[] = R"XML(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<!-- The tests' own "system" bus: no activation, everything allowed. -->
+<busconfig>
+  <type>system</type>
+  <listen>unix:tmpdir=/tmp</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow user="*"/>
+    <allow own="*"/>
+    <allow send_type="method_call"/>
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+  </policy>
+</busconfig>
+)XML";
