@@ -21,4 +21,7 @@ public:
     // Both answer the system's description of a failure, nothing on success.
     virtual std::optional<QString> registerItem() = 0;
     virtual std::optional<QString> unregisterItem() = 0;
+    // Puts the program into the desktop's launcher (a desktop entry and its icon) where it is
+    // missing or points elsewhere; the failure's text.
+    virtual std::optional<QString> installLauncher() = 0;
 };

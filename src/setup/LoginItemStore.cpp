@@ -24,6 +24,10 @@ void LoginItemStore::refresh()
 
 void LoginItemStore::configureInitialLaunch()
 {
+    // The launcher's entry follows the program wherever it runs from; a failure there only costs
+    // the launcher icon.
+    if (const auto failure = m_loginItems.installLauncher())
+        qCInfo(lcSetup) << "the launcher entry was not written:" << *failure;
     refresh();
     if (!m_defaults.boolValue(QString::fromLatin1(configuredKey)).value_or(false))
         setEnabled(true);

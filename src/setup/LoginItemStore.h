@@ -27,7 +27,8 @@ public:
 
     // Reads the status from the desktop again.
     void refresh();
-    // At launch: until a change has succeeded once, switches it on.
+    // At launch: puts the program into the desktop's launcher and, until a change has succeeded
+    // once, switches start at login on.
     void configureInitialLaunch();
     void setEnabled(bool on);
 

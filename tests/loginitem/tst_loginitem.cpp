@@ -40,7 +40,12 @@ class LoginItemTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { enterTestMode(); }
+    void initTestCase()
+    {
+        enterTestMode();
+        // The icon comes from the program's resources, which a test links only when asked.
+        Q_INIT_RESOURCE(brenlow);
+    }
 
     void theFirstLaunchSwitchesItOnOnce()
     {
@@ -174,6 +179,31 @@ private Q_SLOTS:
         // A folder that cannot be written gives the system's reason.
         LinuxLoginItems blocked(elsewhere + QStringLiteral("/autostart"), {}, program);
         QVERIFY(blocked.registerItem().has_value());
+    }
+
+    void theLauncherEntryFollowsTheProgram()
+    {
+        QTemporaryDir home;
+        const QString data = home.filePath(QStringLiteral("data"));
+        const QString first = makeProgram(home.filePath(QStringLiteral("a b/brenlow")));
+        LinuxLoginItems items(home.filePath(QStringLiteral("config/autostart")), {}, first, data);
+        QCOMPARE(items.installLauncher(), std::nullopt);
+        const QString entry = data + QStringLiteral("/applications/brenlow.desktop");
+        QProcess validate;
+        validate.start(QStringLiteral("desktop-file-validate"), {entry});
+        QVERIFY(validate.waitForFinished(10000));
+        QCOMPARE(validate.readAll(), QByteArray());
+        QCOMPARE(validate.exitCode(), 0);
+        QVERIFY(QFile::exists(data + QStringLiteral("/icons/hicolor/scalable/apps/brenlow.svg")));
+
+        // The program moved: the next start points the launcher at the new place.
+        const QString moved = makeProgram(home.filePath(QStringLiteral("neu/brenlow")));
+        LinuxLoginItems again(home.filePath(QStringLiteral("config/autostart")), {}, moved, data);
+        QCOMPARE(again.installLauncher(), std::nullopt);
+        const QString text = readAll(entry);
+        QCOMPARE(LinuxLoginItems::execProgram(
+                     text.section(QStringLiteral("Exec="), 1).section(QLatin1Char('\n'), 0, 0)),
+                 moved);
     }
 
     void theDesktopsSettingsPagePerAnchor()

@@ -182,9 +182,16 @@ private Q_SLOTS:
         QVERIFY(restart && restart->isEnabled());
         QCOMPARE(restart->toolTip(),
                  QStringLiteral("Verlauf, Favoriten, Notizen und Einstellungen bleiben lokal erhalten."));
-        QSignalSpy restarts(rig.pane, &OnboardingPane::restartRequested);
         QTest::mouseClick(restart, Qt::LeftButton);
-        QCOMPARE(restarts.count(), 1);
+        QCOMPARE(rig.memory().workspace.relaunches, 1);
+        QCOMPARE(rig.memory().workspace.terminations, 1);
+        // Without a way to start the new copy this one stays and says so.
+        rig.memory().workspace.relaunchWorks = false;
+        QTest::mouseClick(restart, Qt::LeftButton);
+        QCOMPARE(rig.pane->messageText(),
+                 QStringLiteral("Neustart nicht möglich. Bitte Brenlow beenden und erneut öffnen."));
+        QCOMPARE(rig.memory().workspace.terminations, 1);
+        rig.memory().workspace.relaunchWorks = true;
 
         // Granted outside, seen by the next check: the note goes.
         permissions.accessibility = true;
@@ -254,12 +261,14 @@ private Q_SLOTS:
                 rig.model().setMessage(QString());
                 const int prompts = rig.memory().permissions.promptCount;
                 const qsizetype reveals = rig.memory().workspace.revealed.size();
+                const int relaunches = rig.memory().workspace.relaunches;
                 QSignalSpy checks(&rig.model().permissions(), &PermissionStore::checkingChanged);
                 QTest::mouseClick(button, Qt::LeftButton);
                 QTest::qWait(20);
                 const bool seen = !rig.model().message().isEmpty() || !checks.isEmpty() ||
                                   rig.memory().permissions.promptCount != prompts ||
-                                  rig.memory().workspace.revealed.size() != reveals;
+                                  rig.memory().workspace.revealed.size() != reveals ||
+                                  rig.memory().workspace.relaunches != relaunches;
                 QVERIFY2(seen, qPrintable(what));
                 QTRY_VERIFY(!rig.model().permissions().checking());
             }

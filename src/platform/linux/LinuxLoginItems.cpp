@@ -72,10 +72,56 @@ bool shownOnThisDesktop(const EntryKeys& keys)
 }
 } // namespace
 
-LinuxLoginItems::LinuxLoginItems(QString userFolder, QStringList systemFolders, QString program)
+LinuxLoginItems::LinuxLoginItems(QString userFolder, QStringList systemFolders, QString program,
+                                 QString dataFolder)
     : m_userFolder(std::move(userFolder)), m_systemFolders(std::move(systemFolders)),
-      m_program(std::move(program))
+      m_program(std::move(program)), m_dataFolder(std::move(dataFolder))
 {}
+
+QString LinuxLoginItems::defaultDataFolder()
+{
+    QString data = qEnvironmentVariable("XDG_DATA_HOME");
+    if (data.isEmpty() || !QDir::isAbsolutePath(data))
+        data = QDir::homePath() + QStringLiteral("/.local/share");
+    return data;
+}
+
+QByteArray LinuxLoginItems::launcherEntry(const QString& program)
+{
+    return "[Desktop Entry]\n"
+           "Type=Application\n"
+           "Name=Brenlow\n"
+           "Comment=Werkzeuge am oberen Bildschirmrand\n"
+           "Icon=brenlow\n"
+           "Terminal=false\n"
+           "Categories=Utility;\n"
+           "Exec=" +
+           execArgument(program).toUtf8() + '\n';
+}
+
+std::optional<QString> LinuxLoginItems::installLauncher()
+{
+    const QString applications = m_dataFolder + QStringLiteral("/applications");
+    const QString path = applications + QLatin1Char('/') + QLatin1String(fileName);
+    const QByteArray wanted = launcherEntry(m_program);
+    QFile current(path);
+    const bool upToDate = current.open(QIODevice::ReadOnly) && current.read(wanted.size() + 1) == wanted;
+    current.close();
+    if (!upToDate) {
+        if (!QDir().mkpath(applications))
+            return QStringLiteral("Der Ordner %1 lässt sich nicht anlegen.").arg(applications);
+        if (const auto failure = writeAtomically(path, wanted))
+            return failure;
+    }
+    const QString icons = m_dataFolder + QStringLiteral("/icons/hicolor/scalable/apps");
+    const QString icon = icons + QStringLiteral("/brenlow.svg");
+    QFile source(QStringLiteral(":/brenlow/brenlow.svg"));
+    if (QFileInfo::exists(icon) || !source.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    if (!QDir().mkpath(icons))
+        return QStringLiteral("Der Ordner %1 lässt sich nicht anlegen.").arg(icons);
+    return writeAtomically(icon, source.readAll());
+}
 
 QString LinuxLoginItems::defaultUserFolder()
 {

@@ -10,23 +10,29 @@
 class LinuxLoginItems final : public LoginItems
 {
 public:
-    // Folders: the user's autostart folder and the system's (read only), and the program to start.
+    // Folders: the user's autostart folder and the system's (read only), the program to start, and
+    // the user's data folder that holds the launcher's entry and icon.
     LinuxLoginItems(QString userFolder = defaultUserFolder(),
-                    QStringList systemFolders = defaultSystemFolders(), QString program = defaultProgram());
+                    QStringList systemFolders = defaultSystemFolders(), QString program = defaultProgram(),
+                    QString dataFolder = defaultDataFolder());
 
     LoginItemStatus status() const override;
     std::optional<QString> registerItem() override;
     std::optional<QString> unregisterItem() override;
+    std::optional<QString> installLauncher() override;
 
     QString entryPath() const;
 
     static QString defaultUserFolder();
     static QStringList defaultSystemFolders();
     static QString defaultProgram();
+    static QString defaultDataFolder();
     static constexpr const char* fileName = "brenlow.desktop";
 
     // The desktop entry that starts `program`.
     static QByteArray entry(const QString& program, bool hidden = false);
+    // The launcher's entry: the same program, listed among the utilities.
+    static QByteArray launcherEntry(const QString& program);
     // One argument of an Exec line, quoted where the Desktop Entry rules ask for it and escaped
     // as a string value.
     static QString execArgument(const QString& argument);
@@ -42,4 +48,5 @@ private:
     QString m_userFolder;
     QStringList m_systemFolders;
     QString m_program;
+    QString m_dataFolder;
 };

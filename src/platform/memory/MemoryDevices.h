@@ -62,12 +62,18 @@ public:
     LoginItemStatus status() const override { return current; }
     std::optional<QString> registerItem() override;
     std::optional<QString> unregisterItem() override;
+    std::optional<QString> installLauncher() override
+    {
+        ++launcherInstalls;
+        return std::nullopt;
+    }
 
     LoginItemStatus current = LoginItemStatus::notRegistered;
     // The system's answer to the next changes; nothing means they work.
     std::optional<QString> failure;
     int registers = 0;
     int unregisters = 0;
+    int launcherInstalls = 0;
 };
 
 class MemorySystemSettings final : public SystemSettings
