@@ -67,7 +67,8 @@ upowerd.wait()
 bus.wait()
 )PY";
 
-inline constexpr char privateSystemBusConfig[] = R"XML(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN"
+inline constexpr char privateSystemBusConfig[] =
+    R"XML(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <!-- The tests' own "system" bus: no activation, everything allowed. -->
 <busconfig>

@@ -88,13 +88,15 @@ private Q_SLOTS:
 
         const QString script = m_home.filePath(QStringLiteral("upower_fixture.py"));
         const QString config = m_home.filePath(QStringLiteral("system-bus.conf"));
-        for (const auto& [path, text] : {std::pair{script, upowerFixtureScript}, std::pair{config, privateSystemBusConfig}}) {
+        for (const auto& [path, text] :
+             {std::pair{script, upowerFixtureScript}, std::pair{config, privateSystemBusConfig}}) {
             QFile file(path);
             QVERIFY(file.open(QIODevice::WriteOnly));
             file.write(text);
         }
         // Debian's python, which has the GObject bindings for umockdev.
-        m_upower.start(QStringLiteral("umockdev-wrapper"), {QStringLiteral("/usr/bin/python3"), script, config});
+        m_upower.start(QStringLiteral("umockdev-wrapper"),
+                       {QStringLiteral("/usr/bin/python3"), script, config});
         QElapsedTimer started;
         started.start();
         while (!m_upower.canReadLine() && started.elapsed() < 30000)
