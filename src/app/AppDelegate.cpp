@@ -3,6 +3,7 @@
 #include "app/NotchPanel.h"
 #include "app/PanelPages.h"
 #include "model/Model.h"
+#include "setup/LoginItemStore.h"
 #include "model/PanelState.h"
 #include "platform/Displays.h"
 #include "platform/HotKeys.h"
@@ -88,7 +89,8 @@ void AppDelegate::launch()
     // 11.
     configureShortcut();
 
-    // 12. The login item's first-launch rule joins here with the login item store.
+    // 12. The login item's first-launch rule.
+    m_model->loginItem().configureInitialLaunch();
 
     // 13.
     m_model->refreshPermissions();

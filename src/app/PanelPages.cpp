@@ -14,7 +14,9 @@
 #include "productivity/widgets/SearchPage.h"
 #include "productivity/widgets/ShelfPage.h"
 #include "productivity/widgets/WorkspacesPage.h"
+#include "setup/widgets/LoginItemSettings.h"
 #include "setup/widgets/OnboardingPane.h"
+#include "setup/widgets/PermissionSettings.h"
 #include "shell/widgets/ControlSettings.h"
 #include "shell/widgets/PageRegistry.h"
 #include "shell/widgets/SettingsPane.h"
@@ -72,6 +74,7 @@ void registerPanelPages(PageRegistry& pages, Model& model)
         QObject::connect(pane, &OnboardingPane::settingsRequested, m, &Model::openPermissionSettings);
         QObject::connect(pane, &OnboardingPane::screenCaptureRequested, m, &Model::requestScreenCapture);
         QObject::connect(pane, &OnboardingPane::recheckRequested, m, &Model::refreshPermissions);
+        QObject::connect(pane, &OnboardingPane::restartRequested, m, &Model::restartApp);
         return pane;
     });
 
@@ -82,6 +85,20 @@ void registerPanelPages(PageRegistry& pages, Model& model)
                       [m] { return new FocusSettings(m->focus(), m->preferences()); });
     pages.addSettings(QStringLiteral("Fokus & Daten"), 20,
                       [m] { return new HistorySettings(m->clipboardHistory()); });
+
+    // Permissions and start at login.
+    pages.addSettings(QStringLiteral("Verbindungen"), 30, [m] {
+        auto* rows = new PermissionSettings(m->permissions());
+        QObject::connect(rows, &PermissionSettings::accessibilityRequested, m, &Model::accessibility);
+        QObject::connect(rows, &PermissionSettings::recheckRequested, m, &Model::refreshPermissions);
+        QObject::connect(rows, &PermissionSettings::restartRequested, m, &Model::restartApp);
+        return rows;
+    });
+    pages.addSettings(QStringLiteral("Verbindungen"), 40, [m] {
+        auto* row = new LoginItemSettings(m->loginItem());
+        QObject::connect(row, &LoginItemSettings::openSettingsRequested, m, &Model::openLoginItemSettings);
+        return row;
+    });
 
     pages.addHeaderItem(PageRegistry::HeaderPlace::leading, [m] { return new WeatherHeader(m->panel()); });
     pages.addHeaderItem(PageRegistry::HeaderPlace::beforeClock,

@@ -45,8 +45,42 @@ QString DeviceTexts::muteHint()
 
 QString DeviceTexts::muteUnavailableHint()
 {
-    return muteHint() + QStringLiteral(" – noch nicht verfügbar: Brenlow kann das Mikrofon noch nicht "
-                                       "stummschalten.");
+    return muteHint() + QStringLiteral(" – nicht verfügbar: ") + muteFailed();
+}
+
+QString DeviceTexts::muteSymbol(bool micMuted)
+{
+    return micMuted ? QStringLiteral("mic.slash") : QStringLiteral("mic");
+}
+
+QString DeviceTexts::muteFailed()
+{
+    return QStringLiteral("Dieses Mikrofon unterstützt keine Hardware-Stummschaltung.");
+}
+
+QString DeviceTexts::powerChangeTitle(bool charging)
+{
+    return charging ? QStringLiteral("Ladegerät verbunden") : QStringLiteral("Akkubetrieb");
+}
+
+QString DeviceTexts::batteryDetail(int battery)
+{
+    return QStringLiteral("MacBook bei %1 %.").arg(battery);
+}
+
+QString DeviceTexts::lowBatteryTitle()
+{
+    return QStringLiteral("Akku wird knapp");
+}
+
+QString DeviceTexts::lowBatteryDetail(int battery)
+{
+    return QStringLiteral("Noch %1 % – bald ein Ladegerät anschließen.").arg(battery);
+}
+
+QString DeviceTexts::deviceConnectedTitle()
+{
+    return QStringLiteral("Gerät verbunden");
 }
 
 QString DeviceTexts::miniBattery(bool hasBattery, int battery)

@@ -19,8 +19,18 @@ public:
     static QString cameraLine(bool camera);
     static QString microphoneHint(bool microphone);
     static QString muteHint();
-    // The mute button's hint while this build cannot switch the microphone yet.
+    // The mute button's hint when the default microphone has no mute switch Brenlow can set.
     static QString muteUnavailableHint();
+    static QString muteSymbol(bool micMuted);
+    // The status line when switching the microphone failed.
+    static QString muteFailed();
+
+    // The activity notices: "Ladegerät verbunden" or "Akkubetrieb", the low battery, a new device.
+    static QString powerChangeTitle(bool charging);
+    static QString batteryDetail(int battery);
+    static QString lowBatteryTitle();
+    static QString lowBatteryDetail(int battery);
+    static QString deviceConnectedTitle();
 
     // The mini overview's short forms.
     static QString miniBattery(bool hasBattery, int battery);

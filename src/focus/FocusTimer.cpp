@@ -113,6 +113,14 @@ void FocusTimer::persistFocus()
         m_defaults.remove(savedDeadlineKey);
 }
 
+void FocusTimer::storeResume()
+{
+    if (!m_timerRunning || !m_deadline)
+        return;
+    m_defaults.setDate(resumeDeadlineKey, *m_deadline);
+    m_defaults.setInteger(resumeDurationKey, m_duration);
+}
+
 void FocusTimer::restore()
 {
     const QDateTime now = m_clock.now();

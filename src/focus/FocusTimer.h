@@ -41,6 +41,8 @@ public:
     // the sound when wanted, and periodFinished().
     void advance();
     void persistFocus();
+    // Before a self-restart: a running period is handed to the next start.
+    void storeResume();
 
 Q_SIGNALS:
     void secondsChanged();

@@ -27,6 +27,7 @@
 #include "settings/Defaults.h"
 #include "settings/Preferences.h"
 #include "settings/StorageTexts.h"
+#include "setup/LoginItemStore.h"
 #include "setup/OnboardingState.h"
 #include "setup/PermissionActions.h"
 #include "setup/PermissionStore.h"
@@ -58,7 +59,6 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
     m_onboarding = std::make_unique<OnboardingState>(defaults);
     m_commands = std::make_unique<MenuCommands>();
     m_capture = std::make_unique<ScreenCapture>();
-    m_devices = std::make_unique<DeviceStatus>();
     m_productivity = std::make_unique<Productivity>(defaults, platform.clock);
     m_preferences = std::make_unique<Preferences>(defaults);
 
@@ -75,6 +75,11 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
 
     // 4. Activity list.
     m_activity = std::make_unique<ActivityLog>(defaults, platform.clock);
+
+    // Device status reports to the activity list; the login item reads the desktop's autostart.
+    m_devices = std::make_unique<DeviceStatus>(platform.powerSources, platform.audioDevices, platform.cameras,
+                                               *m_activity, *m_message);
+    m_loginItem = std::make_unique<LoginItemStore>(platform.loginItems, defaults);
 
     // 5. The player switch (the recording switch came with the history).
     m_nowPlaying = std::make_unique<NowPlaying>(defaults);
@@ -110,7 +115,9 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
     m_opener = std::make_unique<ItemOpener>(platform.workspace, *m_message);
     m_search = std::make_unique<DeviceSearch>(platform.fileSearch, platform.scheduler);
     m_launcher = std::make_unique<WorkspaceLauncher>(platform.workspace, *m_message, *m_activity);
-    m_permissionActions = std::make_unique<PermissionActions>(*m_permissions, platform.workspace, *m_message);
+    m_permissionActions = std::make_unique<PermissionActions>(*m_permissions, platform.workspace,
+                                                              platform.systemSettings, *m_message);
+    connect(m_permissionActions.get(), &PermissionActions::closeRequested, this, &Model::close);
 
     // 11. Every start with an empty activity list greets the user.
     m_activity->greetIfEmpty();
@@ -127,6 +134,8 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
     // 12. Only a running application watches the clipboard and has a heartbeat.
     if (startServices) {
         m_clipboard->watchClipboard();
+        m_devices->watchServices();
+        m_devices->refreshHardware();
         startHeartbeat();
     }
 }
@@ -160,6 +169,7 @@ void Model::tick()
     m_focus->advance();
     if (m_ticks % 5 == 0) {
         refreshPermissions();
+        m_devices->refreshHardware();
         // Changes that could not be written go out as soon as the disk takes them again.
         m_defaults.retryWrites();
     }
@@ -208,6 +218,12 @@ void Model::finishWelcome()
     m_panel->setPanelPinned(false);
     m_panel->setPage(Page::home);
     Q_EMIT show(Page::home);
+}
+
+void Model::restartApp()
+{
+    m_focus->storeResume();
+    m_permissionActions->restartApp();
 }
 
 void Model::present(const OpenDialogRequest& request, QObject* context,
@@ -316,4 +332,7 @@ void Model::accessibility() { m_permissionActions->accessibility(); }
 void Model::revealCurrentApp() { m_permissionActions->revealCurrentApp(); }
 void Model::openPermissionSettings(const QString& anchor) { m_permissionActions->openPermissionSettings(anchor); }
 void Model::requestScreenCapture() { m_permissionActions->requestScreenCapture(); }
+void Model::openLoginItemSettings() { m_permissionActions->openLoginItemSettings(); }
+void Model::refreshHardware() { m_devices->refreshHardware(); }
+void Model::toggleMute() { m_devices->toggleMute(); }
 // clang-format on

@@ -23,6 +23,7 @@ class ClipboardHistory;
 class Defaults;
 class DeviceStatus;
 class FocusTimer;
+class LoginItemStore;
 class MenuCommands;
 class NowPlaying;
 class OnboardingState;
@@ -75,6 +76,7 @@ public:
     ActivityLog& activity() const { return *m_activity; }
     NowPlaying& nowPlaying() const { return *m_nowPlaying; }
     DeviceStatus& deviceStatus() const { return *m_devices; }
+    LoginItemStore& loginItem() const { return *m_loginItem; }
     MenuCommands& menuCommands() const { return *m_commands; }
     ScreenCapture& screenCapture() const { return *m_capture; }
 
@@ -172,6 +174,13 @@ public:
     void openPermissionSettings(const QString& anchor);
     void requestScreenCapture();
     void finishWelcome();
+    // Hands a running focus period over, starts a new copy and ends this one.
+    void restartApp();
+    void openLoginItemSettings();
+
+    // Devices.
+    void refreshHardware();
+    void toggleMute();
 
 Q_SIGNALS:
     // Requests the application delegate answers; with nobody listening they do nothing.
@@ -202,6 +211,7 @@ private:
     std::unique_ptr<MenuCommands> m_commands;
     std::unique_ptr<ScreenCapture> m_capture;
     std::unique_ptr<DeviceStatus> m_devices;
+    std::unique_ptr<LoginItemStore> m_loginItem;
     std::unique_ptr<Productivity> m_productivity;
     std::unique_ptr<Preferences> m_preferences;
     std::unique_ptr<ClipboardHistory> m_clipboard;

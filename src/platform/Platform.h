@@ -14,6 +14,12 @@ class StatusBar;
 class Dialogs;
 class FileSearch;
 class Sharing;
+// Devices, login item and the desktop's settings.
+class PowerSources;
+class AudioDevices;
+class CameraActivity;
+class LoginItems;
+class SystemSettings;
 
 // The services one run of the application uses. Built in one place (the Linux bundle for the
 // real application, the memory bundle for tests and the self-test) and handed to the stores.
@@ -33,4 +39,10 @@ struct Platform
     Dialogs& dialogs;
     FileSearch& fileSearch;
     Sharing& sharing;
+    // Devices, login item and the desktop's settings.
+    PowerSources& powerSources;
+    AudioDevices& audioDevices;
+    CameraActivity& cameras;
+    LoginItems& loginItems;
+    SystemSettings& systemSettings;
 };

@@ -26,4 +26,9 @@ public:
     virtual bool open(const QString& path) = 0;
     // Shows the path in the file manager; false when it failed.
     virtual bool reveal(const QString& path) = 0;
+    // Starts a new copy of exactly this program with its arguments once this one has exited;
+    // false when it could not be started.
+    virtual bool relaunch() = 0;
+    // Ends this program.
+    virtual void terminate() = 0;
 };

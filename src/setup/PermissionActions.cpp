@@ -2,15 +2,17 @@
 
 #include "common/Log.h"
 #include "common/StatusMessage.h"
+#include "platform/SystemSettings.h"
 #include "platform/Workspace.h"
+#include "setup/LoginItemTexts.h"
 #include "setup/PermissionStore.h"
 #include "setup/PermissionTexts.h"
 
 #include <QCoreApplication>
 
-PermissionActions::PermissionActions(PermissionStore& store, Workspace& workspace, StatusMessage& message,
-                                     QObject* parent)
-    : QObject(parent), m_store(store), m_workspace(workspace), m_message(message)
+PermissionActions::PermissionActions(PermissionStore& store, Workspace& workspace, SystemSettings& settings,
+                                     StatusMessage& message, QObject* parent)
+    : QObject(parent), m_store(store), m_workspace(workspace), m_settings(settings), m_message(message)
 {}
 
 void PermissionActions::accessibility()
@@ -39,7 +41,10 @@ void PermissionActions::openPermissionSettings(const QString& anchor)
         qCWarning(lcSetup) << "no settings location for" << anchor;
         return;
     }
-    qCInfo(lcSetup) << "no settings location can be opened on this desktop yet:" << anchor;
+    if (m_settings.open(anchor)) {
+        Q_EMIT closeRequested();
+        return;
+    }
     m_message.setText(fallback);
 }
 
@@ -50,6 +55,24 @@ void PermissionActions::requestScreenCapture()
         return;
     }
     openPermissionSettings(PermissionTexts::screenCaptureAnchor());
+}
+
+void PermissionActions::restartApp()
+{
+    if (!m_workspace.relaunch()) {
+        m_message.setText(PermissionTexts::restartUnavailable());
+        return;
+    }
+    m_workspace.terminate();
+}
+
+void PermissionActions::openLoginItemSettings()
+{
+    if (m_settings.open(SystemSettings::loginItemsAnchor())) {
+        Q_EMIT closeRequested();
+        return;
+    }
+    m_message.setText(LoginItemTexts::settingsUnavailable());
 }
 
 QString PermissionActions::applicationPath()

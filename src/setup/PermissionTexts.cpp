@@ -96,8 +96,7 @@ QString PermissionTexts::restartHelp()
 }
 QString PermissionTexts::restartUnavailable()
 {
-    return QStringLiteral("Neu starten kann Brenlow sich noch nicht selbst. Bitte Brenlow beenden und erneut "
-                          "öffnen.");
+    return QStringLiteral("Neustart nicht möglich. Bitte Brenlow beenden und erneut öffnen.");
 }
 
 QString PermissionTexts::settingsFallback(const QString& anchor)

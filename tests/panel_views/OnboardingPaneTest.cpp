@@ -173,18 +173,25 @@ private Q_SLOTS:
         QTRY_COMPARE(recheck->text(), QStringLiteral("Status erneut prüfen"));
         QVERIFY(recheck->isEnabled());
 
-        // Accessibility is missing: the restart note and its button, which cannot restart yet.
+        // Accessibility is missing: the restart note and its button, which asks for the restart.
         QVERIFY(labelTexts(rig.pane->stepView())
                     .contains(QStringLiteral("Wenn der Schalter bereits eingeschaltet ist: Brenlow neu "
                                              "starten. Bleibt der Zugriff gesperrt, muss "
                                              "die aktuelle App in macOS erneut zugeordnet werden.")));
         QPushButton* restart = rig.button(QStringLiteral("Brenlow neu starten"));
-        QVERIFY(restart);
-        QVERIFY(!restart->isEnabled());
-        auto* unavailable = rig.pane->stepView()->findChild<QLabel*>(QStringLiteral("restartUnavailable"));
-        QVERIFY(unavailable && unavailable->isVisible());
-        QVERIFY(unavailable->text().contains(QStringLiteral("noch nicht")));
-        QCOMPARE(restart->toolTip(), unavailable->text());
+        QVERIFY(restart && restart->isEnabled());
+        QCOMPARE(restart->toolTip(),
+                 QStringLiteral("Verlauf, Favoriten, Notizen und Einstellungen bleiben lokal erhalten."));
+        QTest::mouseClick(restart, Qt::LeftButton);
+        QCOMPARE(rig.memory().workspace.relaunches, 1);
+        QCOMPARE(rig.memory().workspace.terminations, 1);
+        // Without a way to start the new copy this one stays and says so.
+        rig.memory().workspace.relaunchWorks = false;
+        QTest::mouseClick(restart, Qt::LeftButton);
+        QCOMPARE(rig.pane->messageText(),
+                 QStringLiteral("Neustart nicht möglich. Bitte Brenlow beenden und erneut öffnen."));
+        QCOMPARE(rig.memory().workspace.terminations, 1);
+        rig.memory().workspace.relaunchWorks = true;
 
         // Granted outside, seen by the next check: the note goes.
         permissions.accessibility = true;
@@ -254,12 +261,14 @@ private Q_SLOTS:
                 rig.model().setMessage(QString());
                 const int prompts = rig.memory().permissions.promptCount;
                 const qsizetype reveals = rig.memory().workspace.revealed.size();
+                const int relaunches = rig.memory().workspace.relaunches;
                 QSignalSpy checks(&rig.model().permissions(), &PermissionStore::checkingChanged);
                 QTest::mouseClick(button, Qt::LeftButton);
                 QTest::qWait(20);
                 const bool seen = !rig.model().message().isEmpty() || !checks.isEmpty() ||
                                   rig.memory().permissions.promptCount != prompts ||
-                                  rig.memory().workspace.revealed.size() != reveals;
+                                  rig.memory().workspace.revealed.size() != reveals ||
+                                  rig.memory().workspace.relaunches != relaunches;
                 QVERIFY2(seen, qPrintable(what));
                 QTRY_VERIFY(!rig.model().permissions().checking());
             }

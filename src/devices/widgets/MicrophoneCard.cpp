@@ -4,17 +4,14 @@
 #include "devices/DeviceTexts.h"
 #include "ui/SymbolButton.h"
 
-MicrophoneCard::MicrophoneCard(const DeviceStatus& devices, QWidget* parent)
+MicrophoneCard::MicrophoneCard(DeviceStatus& devices, QWidget* parent)
     : InfoCard(parent), m_devices(devices),
-      m_mute(addButton(QStringLiteral("mic.slash"), DeviceTexts::muteUnavailableHint()))
+      m_mute(addButton(DeviceTexts::muteSymbol(false), DeviceTexts::muteHint()))
 {
     setSymbol(QStringLiteral("mic"));
-    // Switching the microphone comes with the audio service; until then the button is there,
-    // greyed, and its hint says why.
-    m_mute->setEnabled(false);
-    m_mute->setCursor(Qt::ArrowCursor);
-    for (auto signal :
-         {&DeviceStatus::microphoneChanged, &DeviceStatus::micMutedChanged, &DeviceStatus::cameraChanged})
+    connect(m_mute, &SymbolButton::clicked, &devices, &DeviceStatus::toggleMute);
+    for (auto signal : {&DeviceStatus::microphoneChanged, &DeviceStatus::micMutedChanged,
+                        &DeviceStatus::micAvailableChanged, &DeviceStatus::cameraChanged})
         connect(&devices, signal, this, &MicrophoneCard::sync);
     sync();
 }
@@ -24,4 +21,11 @@ void MicrophoneCard::sync()
     setLines(DeviceTexts::microphoneLine(m_devices.micMuted(), m_devices.microphone()),
              DeviceTexts::cameraLine(m_devices.camera()));
     setToolTip(DeviceTexts::microphoneHint(m_devices.microphone()));
+    const bool available = m_devices.micAvailable();
+    m_mute->setSymbol(DeviceTexts::muteSymbol(m_devices.micMuted()));
+    m_mute->setEnabled(available);
+    m_mute->setCursor(available ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    const QString hint = available ? DeviceTexts::muteHint() : DeviceTexts::muteUnavailableHint();
+    m_mute->setToolTip(hint);
+    m_mute->setAccessibleName(hint);
 }

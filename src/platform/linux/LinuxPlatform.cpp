@@ -1,6 +1,11 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include "platform/linux/LinuxAudioDevices.h"
+#include "platform/linux/LinuxCameraActivity.h"
 #include "platform/linux/LinuxDialogs.h"
+#include "platform/linux/LinuxLoginItems.h"
+#include "platform/linux/LinuxPowerSources.h"
+#include "platform/linux/LinuxSystemSettings.h"
 #include "platform/linux/LinuxDisplays.h"
 #include "platform/linux/LinuxFileSearch.h"
 #include "platform/linux/LinuxHotKeys.h"
@@ -17,19 +22,47 @@
 
 LinuxPlatform::LinuxPlatform()
     : m_pasteboard(std::make_unique<LinuxPasteboard>(QGuiApplication::clipboard())),
-      m_permissions(std::make_unique<LinuxPermissions>()), m_sound(std::make_unique<LinuxSound>()),
-      m_workspace(std::make_unique<LinuxWorkspace>()), m_displays(std::make_unique<LinuxDisplays>()),
-      m_pointer(std::make_unique<LinuxPointer>()), m_hotKeys(std::make_unique<LinuxHotKeys>()),
-      m_keyMonitor(std::make_unique<LinuxKeyMonitor>()), m_statusBar(std::make_unique<LinuxStatusBar>()),
-      m_dialogs(std::make_unique<LinuxDialogs>()), m_fileSearch(std::make_unique<LinuxFileSearch>()),
-      m_sharing(std::make_unique<LinuxSharing>())
+      m_permissions(std::make_unique<LinuxPermissions>()),
+      m_sound(std::make_unique<LinuxSound>()),
+      m_workspace(std::make_unique<LinuxWorkspace>()),
+      m_displays(std::make_unique<LinuxDisplays>()),
+      m_pointer(std::make_unique<LinuxPointer>()),
+      m_hotKeys(std::make_unique<LinuxHotKeys>()),
+      m_keyMonitor(std::make_unique<LinuxKeyMonitor>()),
+      m_statusBar(std::make_unique<LinuxStatusBar>()),
+      m_dialogs(std::make_unique<LinuxDialogs>()),
+      m_fileSearch(std::make_unique<LinuxFileSearch>()),
+      m_sharing(std::make_unique<LinuxSharing>()),
+      m_powerSources(std::make_unique<LinuxPowerSources>()),
+      m_audioDevices(std::make_unique<LinuxAudioDevices>()),
+      m_cameras(std::make_unique<LinuxCameraActivity>()),
+      m_loginItems(std::make_unique<LinuxLoginItems>()),
+      m_systemSettings(std::make_unique<LinuxSystemSettings>())
 {}
 
 LinuxPlatform::~LinuxPlatform() = default;
 
 Platform LinuxPlatform::platform()
 {
-    return Platform{m_clock,      m_scheduler, *m_pasteboard, *m_permissions, *m_sound,
-                    *m_workspace, *m_displays, *m_pointer,    *m_hotKeys,     *m_keyMonitor,
-                    *m_statusBar, *m_dialogs,  *m_fileSearch, *m_sharing};
+    return Platform{
+        .clock = m_clock,
+        .scheduler = m_scheduler,
+        .pasteboard = *m_pasteboard,
+        .permissions = *m_permissions,
+        .sound = *m_sound,
+        .workspace = *m_workspace,
+        .displays = *m_displays,
+        .pointer = *m_pointer,
+        .hotKeys = *m_hotKeys,
+        .keyMonitor = *m_keyMonitor,
+        .statusBar = *m_statusBar,
+        .dialogs = *m_dialogs,
+        .fileSearch = *m_fileSearch,
+        .sharing = *m_sharing,
+        .powerSources = *m_powerSources,
+        .audioDevices = *m_audioDevices,
+        .cameras = *m_cameras,
+        .loginItems = *m_loginItems,
+        .systemSettings = *m_systemSettings,
+    };
 }

@@ -18,6 +18,11 @@ class StatusBar;
 class Dialogs;
 class FileSearch;
 class Sharing;
+class PowerSources;
+class AudioDevices;
+class CameraActivity;
+class LoginItems;
+class SystemSettings;
 
 // The real services of a Linux desktop session (X11 or XWayland). Needs a QGuiApplication.
 class LinuxPlatform
@@ -45,4 +50,10 @@ private:
     std::unique_ptr<Dialogs> m_dialogs;
     std::unique_ptr<FileSearch> m_fileSearch;
     std::unique_ptr<Sharing> m_sharing;
+    // Devices, login item and the desktop's settings.
+    std::unique_ptr<PowerSources> m_powerSources;
+    std::unique_ptr<AudioDevices> m_audioDevices;
+    std::unique_ptr<CameraActivity> m_cameras;
+    std::unique_ptr<LoginItems> m_loginItems;
+    std::unique_ptr<SystemSettings> m_systemSettings;
 };

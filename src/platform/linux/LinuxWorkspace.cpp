@@ -86,3 +86,28 @@ bool LinuxWorkspace::reveal(const QString& path)
         });
     return true;
 }
+
+QString LinuxWorkspace::relaunchScript()
+{
+    // The single-instance lock is only free once this copy has gone, so the new one waits for it.
+    return QStringLiteral("pid=$1; shift; i=0; "
+                          "while kill -0 \"$pid\" 2>/dev/null && [ $i -lt 100 ]; do sleep 0.1; i=$((i+1)); done; "
+                          "exec \"$@\"");
+}
+
+bool LinuxWorkspace::relaunch()
+{
+    QStringList arguments{QStringLiteral("-c"), relaunchScript(), QStringLiteral("Brenlow-restart"),
+                          QString::number(QCoreApplication::applicationPid()),
+                          QCoreApplication::applicationFilePath()};
+    arguments += QCoreApplication::arguments().mid(1);
+    const bool started = QProcess::startDetached(QStringLiteral("/bin/sh"), arguments);
+    if (!started)
+        qCWarning(lcPlatform) << "the restart shell did not start";
+    return started;
+}
+
+void LinuxWorkspace::terminate()
+{
+    QCoreApplication::quit();
+}

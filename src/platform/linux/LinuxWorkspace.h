@@ -10,7 +10,12 @@ public:
     qint64 currentPid() const override;
     bool open(const QString& path) override;
     bool reveal(const QString& path) override;
+    bool relaunch() override;
+    void terminate() override;
 
     // Name and id of a process from /proc.
     static RunningApp describeProcess(qint64 pid);
+    // The shell line that waits for `pid` to exit (at most 10 s) and then starts the program
+    // with its arguments; run as /bin/sh -c <script> Brenlow-restart <pid> <program> <arguments…>.
+    static QString relaunchScript();
 };

@@ -3,6 +3,7 @@
 #include "common/Clock.h"
 #include "common/Scheduler.h"
 #include "platform/Platform.h"
+#include "platform/memory/MemoryDevices.h"
 #include "platform/memory/MemoryDialogs.h"
 #include "platform/memory/MemoryFileSearch.h"
 #include "platform/memory/MemoryServices.h"
@@ -20,8 +21,28 @@ public:
     // The same with another clipboard, such as the real one.
     Platform platform(Pasteboard& clipboard)
     {
-        return Platform{clock,   scheduler, clipboard,  permissions, sound,   workspace,  displays,
-                        pointer, hotKeys,   keyMonitor, statusBar,   dialogs, fileSearch, sharing};
+        return Platform{
+            .clock = clock,
+            .scheduler = scheduler,
+            .pasteboard = clipboard,
+            .permissions = permissions,
+            .sound = sound,
+            .workspace = workspace,
+            .displays = displays,
+            .pointer = pointer,
+            .hotKeys = hotKeys,
+            .keyMonitor = keyMonitor,
+            .statusBar = statusBar,
+            .dialogs = dialogs,
+            .fileSearch = fileSearch,
+            .sharing = sharing,
+            .powerSources = powerSources,
+            .audioDevices = audioDevices,
+            .cameras = cameras,
+            .loginItems = loginItems,
+            .systemSettings = systemSettings,
+        };
+
     }
 
     ManualClock clock;
@@ -38,4 +59,10 @@ public:
     MemoryDialogs dialogs;
     MemoryFileSearch fileSearch;
     MemorySharing sharing;
+    // Devices, login item and the desktop's settings.
+    MemoryPowerSources powerSources;
+    MemoryAudioDevices audioDevices;
+    MemoryCameraActivity cameras;
+    MemoryLoginItems loginItems;
+    MemorySystemSettings systemSettings;
 };

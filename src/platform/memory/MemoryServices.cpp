@@ -107,6 +107,14 @@ bool MemoryWorkspace::reveal(const QString& path)
     return true;
 }
 
+bool MemoryWorkspace::relaunch()
+{
+    if (!relaunchWorks)
+        return false;
+    ++relaunches;
+    return true;
+}
+
 MemoryDisplays::MemoryDisplays()
 {
     list.append(

@@ -97,6 +97,8 @@ public:
     qint64 currentPid() const override { return 4242; }
     bool open(const QString& path) override;
     bool reveal(const QString& path) override;
+    bool relaunch() override;
+    void terminate() override { ++terminations; }
 
     std::optional<RunningApp> frontmost;
     // Paths that exist and open; everything else fails.
@@ -105,6 +107,10 @@ public:
     // Without a file manager a reveal fails.
     bool revealWorks = true;
     QStringList revealed;
+    // Without a shell the relaunch fails.
+    bool relaunchWorks = true;
+    int relaunches = 0;
+    int terminations = 0;
 };
 
 class MemoryDisplays final : public Displays

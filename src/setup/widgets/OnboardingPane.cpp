@@ -144,6 +144,7 @@ void OnboardingPane::sync()
         new OnboardingStepView(OnboardingTexts::content(step, states, m_preferences.values().shortcut));
     connect(view, &OnboardingStepView::actionTriggered, this, &OnboardingPane::run);
     connect(view, &OnboardingStepView::recheckRequested, this, &OnboardingPane::recheckRequested);
+    connect(view, &OnboardingStepView::restartRequested, this, &OnboardingPane::restartRequested);
 
     // A new state of the same step keeps the reader where they were.
     QScrollBar* bar = m_scroll->verticalScrollBar();

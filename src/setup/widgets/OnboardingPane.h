@@ -45,6 +45,7 @@ Q_SIGNALS:
     void settingsRequested(const QString& anchor);
     void screenCaptureRequested();
     void recheckRequested();
+    void restartRequested();
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -122,15 +122,10 @@ QWidget* OnboardingStepView::refreshRow(bool restartNote)
     auto* restartRow = new QHBoxLayout;
     restartRow->setSpacing(8);
     QPushButton* restart = stepButton(PermissionTexts::restart());
-    // Restarting itself comes later; until then the button is there, greyed, and says why.
-    restart->setEnabled(false);
-    restart->setCursor(Qt::ArrowCursor);
-    restart->setToolTip(PermissionTexts::restartUnavailable());
+    restart->setToolTip(PermissionTexts::restartHelp());
+    connect(restart, &QPushButton::clicked, this, &OnboardingStepView::restartRequested);
     restartRow->addWidget(restart);
-    auto* unavailable =
-        (new TextLabel(PermissionTexts::restartUnavailable(), 11, TextLabel::secondary))->wrapping();
-    unavailable->setObjectName(QStringLiteral("restartUnavailable"));
-    restartRow->addWidget(unavailable, 1);
+    restartRow->addStretch(1);
     column->addLayout(restartRow);
     return widget;
 }

@@ -22,6 +22,7 @@ public:
 Q_SIGNALS:
     void actionTriggered(OnboardingTexts::Action action);
     void recheckRequested();
+    void restartRequested();
 
 private:
     QWidget* refreshRow(bool restartNote);
