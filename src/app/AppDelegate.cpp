@@ -1,7 +1,9 @@
 #include "app/AppDelegate.h"
 
+#include "app/CoverPanel.h"
 #include "app/NotchPanel.h"
 #include "app/PanelPages.h"
+#include "media/TrackToast.h"
 #include "model/Model.h"
 #include "model/PanelState.h"
 #include "platform/Displays.h"
@@ -32,6 +34,8 @@ AppDelegate::~AppDelegate()
         terminate();
     // The model's requests die with this delegate; the panel goes before the model it shows.
     disconnect(m_model.get(), nullptr, this, nullptr);
+    m_trackToast.reset();
+    m_coverPanel.reset();
     m_controller.reset();
     m_panel.reset();
 }
@@ -59,7 +63,10 @@ void AppDelegate::launch()
     connectModel();
     connect(&m_model->productivity(), &Productivity::miniChanged, this, &AppDelegate::reposition);
 
-    // 5. The track toast joins here with the media pages.
+    // 5. The track toast beside the notch.
+    m_coverPanel = std::make_unique<CoverPanel>();
+    m_trackToast = std::make_unique<TrackToast>(*m_model, *m_coverPanel);
+    connect(m_model.get(), &Model::previewTrackToast, m_trackToast.get(), &TrackToast::preview);
 
     // 6. The status item. Its icon lives in the views library's resources, which a static link
     // leaves out unless asked for.
@@ -110,6 +117,7 @@ void AppDelegate::terminate()
     if (!m_launched)
         return;
     m_launched = false;
+    m_trackToast->hide();
     m_controller->stopPointerTimer();
     m_model->stopHeartbeat();
     m_controller->unregisterShortcut();

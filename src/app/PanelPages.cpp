@@ -5,6 +5,7 @@
 #include "devices/widgets/MicrophoneDot.h"
 #include "focus/widgets/ActivityPage.h"
 #include "focus/widgets/FocusSettings.h"
+#include "media/widgets/MediaSettings.h"
 #include "model/Model.h"
 #include "overview/widgets/MiniOverview.h"
 #include "overview/widgets/OverviewPage.h"
@@ -61,6 +62,10 @@ void registerPanelPages(PageRegistry& pages, Model& model)
                       [m] { return new FocusSettings(m->focus(), m->preferences()); });
     pages.addSettings(QStringLiteral("Fokus & Daten"), 20,
                       [m] { return new HistorySettings(m->clipboardHistory()); });
+
+    pages.addSettings(QStringLiteral("Verbindungen"), 10, [m] {
+        return new MediaSettings(m->nowPlaying(), m->trackToastSettings(), [m] { Q_EMIT m->previewTrackToast(); });
+    });
 
     pages.addHeaderItem(PageRegistry::HeaderPlace::leading, [m] { return new WeatherHeader(m->panel()); });
     pages.addHeaderItem(PageRegistry::HeaderPlace::beforeClock,

@@ -16,7 +16,7 @@ class OverviewPage : public QWidget
 {
     Q_OBJECT
 public:
-    OverviewPage(const NowPlaying& nowPlaying, FocusTimer& focus, const DeviceStatus& devices,
+    OverviewPage(NowPlaying& nowPlaying, FocusTimer& focus, const DeviceStatus& devices,
                  const Preferences& preferences, QWidget* parent = nullptr);
 
     FocusCard* focusCard() const { return m_focus; }

@@ -6,6 +6,7 @@
 #include "platform/linux/LinuxKeyMonitor.h"
 #include "platform/linux/LinuxPasteboard.h"
 #include "platform/linux/LinuxPermissions.h"
+#include "platform/linux/LinuxPlayerBridge.h"
 #include "platform/linux/LinuxPointer.h"
 #include "platform/linux/LinuxSound.h"
 #include "platform/linux/LinuxStatusBar.h"
@@ -19,7 +20,7 @@ LinuxPlatform::LinuxPlatform()
       m_workspace(std::make_unique<LinuxWorkspace>()), m_displays(std::make_unique<LinuxDisplays>()),
       m_pointer(std::make_unique<LinuxPointer>()), m_hotKeys(std::make_unique<LinuxHotKeys>()),
       m_keyMonitor(std::make_unique<LinuxKeyMonitor>()), m_statusBar(std::make_unique<LinuxStatusBar>()),
-      m_dialogs(std::make_unique<LinuxDialogs>())
+      m_dialogs(std::make_unique<LinuxDialogs>()), m_players(std::make_unique<LinuxPlayerBridge>())
 {}
 
 LinuxPlatform::~LinuxPlatform() = default;
@@ -27,5 +28,6 @@ LinuxPlatform::~LinuxPlatform() = default;
 Platform LinuxPlatform::platform()
 {
     return Platform{m_clock,     m_scheduler, *m_pasteboard, *m_permissions, *m_sound,     *m_workspace,
-                    *m_displays, *m_pointer,  *m_hotKeys,    *m_keyMonitor,  *m_statusBar, *m_dialogs};
+                    *m_displays, *m_pointer,  *m_hotKeys,    *m_keyMonitor,  *m_statusBar, *m_dialogs,
+                    *m_players};
 }
