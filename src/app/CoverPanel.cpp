@@ -18,8 +18,9 @@ QRect pixels(const QRectF& frame)
 } // namespace
 
 CoverPanel::CoverPanel(QWidget* parent)
-    : QWidget(parent, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus |
-                          Qt::NoDropShadowWindowHint | Qt::WindowTransparentForInput),
+    : QWidget(parent, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                          Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint |
+                          Qt::WindowTransparentForInput),
       m_animation(new QPropertyAnimation(this, "geometry", this)),
       m_x11(QGuiApplication::platformName() == QLatin1String("xcb"))
 {

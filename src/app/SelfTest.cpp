@@ -30,6 +30,7 @@ int runSelfTest()
         pass(SelfTestGroups::permissions());
         pass(SelfTestGroups::productivityStore());
         pass(SelfTestGroups::preferencesAndHover());
+        pass(SelfTestGroups::mediaRules());
 
         Defaults defaults(domainName);
         MemoryPlatform memory;

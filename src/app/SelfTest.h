@@ -34,6 +34,8 @@ void hoverBehaviour();
 QString clipboardCapture(Model& model, MemoryPlatform& memory);
 QString historyPersistence(Model& model, MemoryPlatform& memory);
 QString timerAndEvents(Model& model, MemoryPlatform& memory);
+// The music rules on their own (no model, no queue).
+QString mediaRules();
 
 } // namespace SelfTestGroups
 

@@ -60,7 +60,10 @@ void ArtworkStore::update(const std::optional<MediaSnapshot>& snapshot)
         PlayerBridge* players = &m_players;
         const QString trackID = snapshot->trackID;
         m_queue.run<QImage>(
-            this, [players, trackID] { return decode(players->coverData(QStringLiteral("Music"), trackID, maxBytes)); },
+            this,
+            [players, trackID] {
+                return decode(players->coverData(QStringLiteral("Music"), trackID, maxBytes));
+            },
             [this, identity](QImage image) { finish(image, identity); });
         return;
     }

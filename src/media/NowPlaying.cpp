@@ -110,7 +110,8 @@ void NowPlaying::apply(quint64 generation, const PollResult& result)
     m_artwork->update(candidate);
     if (candidate) {
         setTexts(candidate->title, candidate->artist, candidate->app, candidate->playing,
-                 candidate->elapsed(m_clock.now()), MediaTexts::playerState(candidate->app, candidate->playing));
+                 candidate->elapsed(m_clock.now()),
+                 MediaTexts::playerState(candidate->app, candidate->playing));
     } else if (result.denied) {
         setTexts(MediaTexts::noPlayback(), MediaTexts::allowAutomation(), QString(), false, 0,
                  MediaTexts::automationRefused());

@@ -82,8 +82,8 @@ private:
     void runMediaCommand(const PlayerCommand& command, const QString& app);
     void playersChanged();
     void setMedia(std::optional<MediaSnapshot> media);
-    void setTexts(const QString& song, const QString& artist, const QString& app, bool playing, double position,
-                  const QString& status);
+    void setTexts(const QString& song, const QString& artist, const QString& app, bool playing,
+                  double position, const QString& status);
     void setBusy(bool busy);
 
     Defaults& m_defaults;

@@ -31,14 +31,16 @@ std::optional<double> number(const QVariant& item)
 
 } // namespace
 
-std::optional<MediaSnapshot> PlayerAnswers::parse(const QString& app, const QVariantList& items, const QDateTime& now)
+std::optional<MediaSnapshot> PlayerAnswers::parse(const QString& app, const QVariantList& items,
+                                                  const QDateTime& now)
 {
     if (items.size() != 7)
         return std::nullopt;
     MediaSnapshot snapshot;
     const double rawDuration = number(items[3]).value_or(0);
     if (std::isfinite(rawDuration))
-        snapshot.duration = std::max(0.0, app == QLatin1String("Spotify") ? rawDuration / 1000.0 : rawDuration);
+        snapshot.duration =
+            std::max(0.0, app == QLatin1String("Spotify") ? rawDuration / 1000.0 : rawDuration);
     snapshot.title = text(items[0]).value_or(MediaTexts::unknownTitle());
     snapshot.artist = text(items[1]).value_or(QString());
     snapshot.trackID = text(items[5]).value_or(QString());

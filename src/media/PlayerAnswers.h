@@ -20,7 +20,8 @@ class PlayerAnswers
 {
 public:
     // A track answer (seven items) as a snapshot; anything else is no answer.
-    static std::optional<MediaSnapshot> parse(const QString& app, const QVariantList& items, const QDateTime& now);
+    static std::optional<MediaSnapshot> parse(const QString& app, const QVariantList& items,
+                                              const QDateTime& now);
     // Walks the answers in the players' order: a playing answer replaces the candidate, a paused one
     // only fills an empty candidate. Errors set the flags; other answers count only when parsed.
     static PollResult choose(const QList<std::pair<QString, PlayerReply>>& replies, const QDateTime& now);

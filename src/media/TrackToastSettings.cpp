@@ -5,7 +5,8 @@
 TrackToastSettings::TrackToastSettings(Defaults& defaults, QObject* parent)
     : QObject(parent), m_defaults(defaults),
       m_enabled(defaults.boolValue(QString::fromLatin1(enabledKey)).value_or(true)),
-      m_duration(validDuration(defaults.doubleValue(QString::fromLatin1(durationKey)).value_or(defaultDuration)))
+      m_duration(
+          validDuration(defaults.doubleValue(QString::fromLatin1(durationKey)).value_or(defaultDuration)))
 {}
 
 double TrackToastSettings::validDuration(double seconds)

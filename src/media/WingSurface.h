@@ -13,7 +13,8 @@ class WingSurface
 public:
     virtual ~WingSurface() = default;
     // Puts a new wing (cover, title, subtitle, height) into the window, replacing the last one.
-    virtual void setWing(const QImage& image, const QString& title, const QString& subtitle, double height) = 0;
+    virtual void setWing(const QImage& image, const QString& title, const QString& subtitle,
+                         double height) = 0;
     // Shows the window at `from` above everything, without taking the keyboard, and moves it to `to`
     // over `seconds` (ease-out; 0 jumps).
     virtual void slideIn(const QRectF& from, const QRectF& to, double seconds) = 0;

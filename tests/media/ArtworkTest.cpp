@@ -91,9 +91,10 @@ private Q_SLOTS:
 
         // The player answers for the old track after the user moved on.
         m_memory.players.setCover(QStringLiteral("Music"), QStringLiteral("d"), CoverServer::png(Qt::blue));
-        m_memory.players.hold();
+        m_memory.players.holdCovers();
         store.update(track(QStringLiteral("Music"), QStringLiteral("d")));
-        store.update(track(QStringLiteral("Spotify"), QStringLiteral("e"), QStringLiteral("http://insecure/x")));
+        store.update(
+            track(QStringLiteral("Spotify"), QStringLiteral("e"), QStringLiteral("http://insecure/x")));
         m_memory.players.release();
         QTest::qWait(100);
         QVERIFY(!store.hasImage());
@@ -137,8 +138,14 @@ private Q_SLOTS:
         QVERIFY(ArtworkStore::decode(QByteArray(5000, '\xff')).isNull());
         // A PNG header that claims 100000 × 100000 pixels is refused before its pixels exist.
         QByteArray bogus = CoverServer::png();
-        bogus[16] = 0; bogus[17] = 1; bogus[18] = char(0x86); bogus[19] = char(0xA0);
-        bogus[20] = 0; bogus[21] = 1; bogus[22] = char(0x86); bogus[23] = char(0xA0);
+        bogus[16] = 0;
+        bogus[17] = 1;
+        bogus[18] = char(0x86);
+        bogus[19] = char(0xA0);
+        bogus[20] = 0;
+        bogus[21] = 1;
+        bogus[22] = char(0x86);
+        bogus[23] = char(0xA0);
         QVERIFY(ArtworkStore::decode(bogus).isNull());
         QImage big(2000, 1000, QImage::Format_RGB32);
         big.fill(Qt::green);

@@ -13,6 +13,6 @@ int runToastTests(int argc, char** argv);
 inline PlayerReply trackReply(const QString& id, bool playing, double duration = 200, double position = 10,
                               const QString& title = QStringLiteral("Titel"), const QString& art = {})
 {
-    return PlayerReply::list(MemoryPlayerBridge::track(title, QStringLiteral("Band"), playing, duration, position,
-                                                       id, art));
+    return PlayerReply::list(
+        MemoryPlayerBridge::track(title, QStringLiteral("Band"), playing, duration, position, id, art));
 }

@@ -9,15 +9,16 @@
 #include "media/WingPlacement.h"
 
 #include <QTest>
+#include <QTimeZone>
 
 #include <cmath>
 #include <limits>
 
 namespace {
 
-const QDateTime start = QDateTime::fromSecsSinceEpoch(1'700'000'000, QTimeZone::UTC);
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double inf = std::numeric_limits<double>::infinity();
+const QDateTime start = QDateTime::fromSecsSinceEpoch(1'700'000'000, Qt::UTC);
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinity = std::numeric_limits<double>::infinity();
 
 MediaSnapshot snapshot(const QString& app, const QString& id, bool playing)
 {
@@ -45,7 +46,7 @@ private Q_SLOTS:
         QCOMPARE(MediaMath::timestamp(125), QStringLiteral("2:05"));
         QCOMPARE(MediaMath::timestamp(59.9), QStringLiteral("0:59"));
         QCOMPARE(MediaMath::timestamp(3600), QStringLiteral("60:00"));
-        for (double bad : {-5.0, nan, inf, -inf})
+        for (double bad : {-5.0, notANumber, infinity, -infinity})
             QCOMPARE(MediaMath::timestamp(bad), QStringLiteral("0:00"));
         QCOMPARE(MediaMath::timestamp(1e9), QStringLiteral("1440000:00"));
         QCOMPARE(MediaMath::literal(QStringLiteral("a\"b\\c")), QStringLiteral("\"a\\\"b\\\\c\""));
@@ -63,7 +64,7 @@ private Q_SLOTS:
         QCOMPARE(s.elapsed(start.addSecs(-5)), 30.0);
         s.playing = false;
         QCOMPARE(s.elapsed(start.addSecs(50)), 30.0);
-        for (double duration : {0.0, -3.0, inf, nan}) {
+        for (double duration : {0.0, -3.0, infinity, notANumber}) {
             s.duration = duration;
             QCOMPARE(s.elapsed(start.addSecs(1)), 0.0);
         }
@@ -80,16 +81,17 @@ private Q_SLOTS:
         QCOMPARE(spotify->duration, 215.0);
         QCOMPARE(spotify->position, 215.0); // clamped into the duration
         QCOMPARE(spotify->artworkURL, std::optional<QString>(QStringLiteral("https://a/b")));
-        const auto music = PlayerAnswers::parse(
-            QStringLiteral("Music"),
-            MemoryPlayerBridge::track(QStringLiteral("T"), QStringLiteral("A"), false, 215.0, -4, QStringLiteral("id")),
-            start);
+        const auto music =
+            PlayerAnswers::parse(QStringLiteral("Music"),
+                                 MemoryPlayerBridge::track(QStringLiteral("T"), QStringLiteral("A"), false,
+                                                           215.0, -4, QStringLiteral("id")),
+                                 start);
         QCOMPARE(music->duration, 215.0);
         QCOMPARE(music->position, 0.0);
         // Missing and wrongly typed items: the defaults, never a crash.
         const auto odd = PlayerAnswers::parse(QStringLiteral("Music"),
-                                              {QVariant(), 5, QStringLiteral("yes"), QStringLiteral("long"), nan,
-                                               QVariant(), QVariant()},
+                                              {QVariant(), 5, QStringLiteral("yes"), QStringLiteral("long"),
+                                               notANumber, QVariant(), QVariant()},
                                               start);
         QVERIFY(odd);
         QCOMPARE(odd->title, QStringLiteral("Unbekannter Titel"));
@@ -98,10 +100,11 @@ private Q_SLOTS:
         QCOMPARE(odd->duration, 0.0);
         QCOMPARE(odd->trackID, QString());
         QVERIFY(!odd->artworkURL);
-        for (double duration : {-10.0, nan, inf}) {
+        for (double duration : {-10.0, notANumber, infinity}) {
             const auto bad = PlayerAnswers::parse(
                 QStringLiteral("Music"),
-                MemoryPlayerBridge::track(QStringLiteral("T"), {}, true, duration, 5, QStringLiteral("i")), start);
+                MemoryPlayerBridge::track(QStringLiteral("T"), {}, true, duration, 5, QStringLiteral("i")),
+                start);
             QCOMPARE(bad->duration, 0.0);
             QCOMPARE(bad->position, 0.0);
         }
@@ -112,9 +115,10 @@ private Q_SLOTS:
     void choosingPrefersPlayingAndLaterPlayers()
     {
         const auto chosen = [](bool spotifyPlays, bool musicPlays) {
-            return PlayerAnswers::choose({{QStringLiteral("Spotify"), trackReply(QStringLiteral("s"), spotifyPlays)},
-                                          {QStringLiteral("Music"), trackReply(QStringLiteral("m"), musicPlays)}},
-                                         start)
+            return PlayerAnswers::choose(
+                       {{QStringLiteral("Spotify"), trackReply(QStringLiteral("s"), spotifyPlays)},
+                        {QStringLiteral("Music"), trackReply(QStringLiteral("m"), musicPlays)}},
+                       start)
                 .candidate->app;
         };
         QCOMPARE(chosen(false, true), QStringLiteral("Music"));
@@ -125,15 +129,14 @@ private Q_SLOTS:
         const PollResult refused = PlayerAnswers::choose(
             {{QStringLiteral("Spotify"), PlayerReply::failure(PlayerReply::notPermitted)}}, start);
         QVERIFY(refused.denied && refused.failed && !refused.candidate);
-        const PollResult mixed = PlayerAnswers::choose(
-            {{QStringLiteral("Spotify"), PlayerReply::failure(PlayerReply::timedOut)},
-             {QStringLiteral("Music"), trackReply(QStringLiteral("m"), true)}},
-            start);
+        const PollResult mixed =
+            PlayerAnswers::choose({{QStringLiteral("Spotify"), PlayerReply::failure(PlayerReply::timedOut)},
+                                   {QStringLiteral("Music"), trackReply(QStringLiteral("m"), true)}},
+                                  start);
         QVERIFY(mixed.failed && !mixed.denied);
         QCOMPARE(mixed.candidate->trackID, QStringLiteral("m"));
-        const PollResult stopped =
-            PlayerAnswers::choose({{QStringLiteral("Music"), PlayerReply::list({})}, {QStringLiteral("Spotify"), {}}},
-                                  start);
+        const PollResult stopped = PlayerAnswers::choose(
+            {{QStringLiteral("Music"), PlayerReply::list({})}, {QStringLiteral("Spotify"), {}}}, start);
         QVERIFY(!stopped.candidate && !stopped.failed);
     }
 
@@ -147,7 +150,8 @@ private Q_SLOTS:
         QVERIFY(!policy.changed(moved));
         QVERIFY(!policy.changed(snapshot(spotify, QStringLiteral("a"), false)));
         QVERIFY(!policy.changed(snapshot(spotify, QStringLiteral("a"), true)));
-        QCOMPARE(policy.changed(snapshot(spotify, QStringLiteral("b"), true)), std::optional(QStringLiteral("Spotify:b")));
+        QCOMPARE(policy.changed(snapshot(spotify, QStringLiteral("b"), true)),
+                 std::optional(QStringLiteral("Spotify:b")));
         QVERIFY(!policy.changed(std::nullopt));
         QVERIFY(!policy.changed(snapshot(spotify, QStringLiteral("b"), true)));
         QCOMPARE(policy.changed(snapshot(QStringLiteral("Music"), QStringLiteral("b"), true)),
@@ -201,7 +205,8 @@ private Q_SLOTS:
         QCOMPARE(*WingPlacement::wingFrame(plain), QRectF(652, 0, 230, 24));
         QCOMPARE(WingPlacement::sliver(QRectF(652, 0, 230, 24)), QRectF(881, 0, 1, 24));
 
-        const QList<DisplayInfo> displays{plain, DisplayInfo{QStringLiteral("notched"), QRectF(1920, 0, 1512, 982), 32}};
+        const QList<DisplayInfo> displays{
+            plain, DisplayInfo{QStringLiteral("notched"), QRectF(1920, 0, 1512, 982), 32}};
         QCOMPARE(WingPlacement::chooseDisplay(displays, false), std::optional(1));
         QCOMPARE(WingPlacement::chooseDisplay(displays, true), std::optional(0));
         QVERIFY(!WingPlacement::chooseDisplay({}, false));

@@ -14,9 +14,9 @@ from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import GLib
 
 ROOT, PLAYER, PROPS = 'org.mpris.MediaPlayer2', 'org.mpris.MediaPlayer2.Player', 'org.freedesktop.DBus.Properties'
-TRACKS = [('1', 'Erster Titel', 'Erste Band', 180_000_000, 'art-one'),
-          ('2', 'Zweiter Titel', 'Zweite Band', 240_000_000, 'art-two'),
-          ('3', 'Dritter Titel', 'Dritte Band', 200_000_000, 'art-three')]
+TRACKS = [('1', 'Erster Titel', 'Erste Band', 180_000_000, 'one-png'),
+          ('2', 'Zweiter Titel', 'Zweite Band', 240_000_000, 'two-png'),
+          ('3', 'Dritter Titel', 'Dritte Band', 200_000_000, 'three-png')]
 
 
 def say(*words):

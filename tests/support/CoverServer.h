@@ -76,8 +76,8 @@ private:
     static void reply(QTcpSocket* socket, const char* status, const QByteArray& body, const char* type)
     {
         socket->write(QByteArray("HTTP/1.1 ") + status + "\r\nContent-Type: " + type +
-                      "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\nConnection: close\r\n\r\n" +
-                      body);
+                      "\r\nContent-Length: " + QByteArray::number(body.size()) +
+                      "\r\nConnection: close\r\n\r\n" + body);
         socket->disconnectFromHost();
     }
 };

@@ -17,8 +17,9 @@ MediaSettings::MediaSettings(NowPlaying& media, TrackToastSettings& toast, std::
     : QWidget(parent), m_media(media), m_settings(toast),
       m_connect(new ToggleRow(MediaTexts::connectToggle(), MediaTexts::controlsNote())),
       m_toast(new ToggleRow(MediaTexts::toastToggle())),
-      m_duration(new SegmentedControl({MediaTexts::seconds(2), MediaTexts::seconds(3), MediaTexts::seconds(5)},
-                                      MediaTexts::toastDuration())),
+      m_duration(
+          new SegmentedControl({MediaTexts::seconds(2), MediaTexts::seconds(3), MediaTexts::seconds(5)},
+                               MediaTexts::toastDuration())),
       m_preview(new QPushButton(MediaTexts::toastPreview()))
 {
     auto* column = new QVBoxLayout(this);
@@ -39,8 +40,9 @@ MediaSettings::MediaSettings(NowPlaying& media, TrackToastSettings& toast, std::
 
     connect(m_connect, &ToggleRow::toggled, &media, &NowPlaying::setMediaEnabled);
     connect(m_toast, &ToggleRow::toggled, &toast, &TrackToastSettings::setEnabled);
-    connect(m_duration, &SegmentedControl::chosen, this,
-            [this](const QString& label) { m_settings.setDuration(label.section(QLatin1Char(' '), 0, 0).toDouble()); });
+    connect(m_duration, &SegmentedControl::chosen, this, [this](const QString& label) {
+        m_settings.setDuration(label.section(QLatin1Char(' '), 0, 0).toDouble());
+    });
     connect(m_preview, &QPushButton::clicked, this, [preview = std::move(preview)] {
         if (preview)
             preview();

@@ -62,12 +62,13 @@ MusicCard::MusicCard(NowPlaying& media, QWidget* parent)
 
     m_slider->setAccessibleName(MediaTexts::positionLabel());
     m_slider->setToolTip(MediaTexts::positionLabel());
-    m_slider->setStyleSheet(QStringLiteral("QSlider::groove:horizontal { height: 4px; border-radius: 2px;"
-                                           " background: rgba(255,255,255,0.15); }"
-                                           "QSlider::sub-page:horizontal { border-radius: 2px; background: %1; }"
-                                           "QSlider::handle:horizontal { width: 10px; margin: -3px 0;"
-                                           " border-radius: 5px; background: white; }")
-                                .arg(PanelTheme::accent().name()));
+    m_slider->setStyleSheet(
+        QStringLiteral("QSlider::groove:horizontal { height: 4px; border-radius: 2px;"
+                       " background: rgba(255,255,255,0.15); }"
+                       "QSlider::sub-page:horizontal { border-radius: 2px; background: %1; }"
+                       "QSlider::handle:horizontal { width: 10px; margin: -3px 0;"
+                       " border-radius: 5px; background: white; }")
+            .arg(PanelTheme::accent().name()));
     column->addWidget(m_slider);
     auto* times = new QHBoxLayout;
     times->addWidget(m_elapsed);
@@ -89,10 +90,13 @@ MusicCard::MusicCard(NowPlaying& media, QWidget* parent)
     };
     add("gobackward.30", MediaTexts::back30(), [this] { m_media.seek(m_media.songPosition() - 30); });
     add("gobackward.10", MediaTexts::back10(), [this] { m_media.seek(m_media.songPosition() - 10); });
-    add("backward.end.fill", MediaTexts::previous(), [this] { m_media.mediaAction(QStringLiteral("previous track")); });
-    m_playPause = add("play.fill", MediaTexts::playPause(), [this] { m_media.mediaAction(QStringLiteral("playpause")); });
+    add("backward.end.fill", MediaTexts::previous(),
+        [this] { m_media.mediaAction(QStringLiteral("previous track")); });
+    m_playPause = add("play.fill", MediaTexts::playPause(),
+                      [this] { m_media.mediaAction(QStringLiteral("playpause")); });
     m_playPause->setStyle(SymbolButton::filled);
-    add("forward.end.fill", MediaTexts::next(), [this] { m_media.mediaAction(QStringLiteral("next track")); });
+    add("forward.end.fill", MediaTexts::next(),
+        [this] { m_media.mediaAction(QStringLiteral("next track")); });
     add("goforward.10", MediaTexts::forward10(), [this] { m_media.seek(m_media.songPosition() + 10); });
     add("goforward.30", MediaTexts::forward30(), [this] { m_media.seek(m_media.songPosition() + 30); });
     controls->addStretch(1);
@@ -108,8 +112,9 @@ MusicCard::MusicCard(NowPlaying& media, QWidget* parent)
     connect(m_slider, &QSlider::sliderReleased, this, &MusicCard::endDrag);
     connect(m_slider, &QSlider::valueChanged, this, &MusicCard::valueChanged);
 
-    for (auto signal : {&NowPlaying::mediaEnabledChanged, &NowPlaying::mediaChanged, &NowPlaying::songChanged,
-                        &NowPlaying::artistChanged, &NowPlaying::mediaAppChanged, &NowPlaying::playingChanged})
+    for (auto signal :
+         {&NowPlaying::mediaEnabledChanged, &NowPlaying::mediaChanged, &NowPlaying::songChanged,
+          &NowPlaying::artistChanged, &NowPlaying::mediaAppChanged, &NowPlaying::playingChanged})
         connect(&media, signal, this, &MusicCard::sync);
     connect(&media, &NowPlaying::songPositionChanged, this, &MusicCard::syncPosition);
     sync();

@@ -47,8 +47,8 @@ void NotchWing::paintEvent(QPaintEvent*)
         painter.setClipPath(clip);
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         const QSizeF scaled = QSizeF(m_image.size()).scaled(cover.size(), Qt::KeepAspectRatioByExpanding);
-        painter.drawImage(QRectF(cover.center().x() - scaled.width() / 2, cover.center().y() - scaled.height() / 2,
-                                 scaled.width(), scaled.height()),
+        painter.drawImage(QRectF(cover.center().x() - scaled.width() / 2,
+                                 cover.center().y() - scaled.height() / 2, scaled.width(), scaled.height()),
                           m_image);
         painter.restore();
         x += side + 8;

@@ -8,7 +8,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
-SongArtwork::SongArtwork(const ArtworkStore& artwork, int side, QWidget* parent) : QWidget(parent), m_artwork(artwork)
+SongArtwork::SongArtwork(const ArtworkStore& artwork, int side, QWidget* parent)
+    : QWidget(parent), m_artwork(artwork)
 {
     setFixedSize(side, side);
     connect(&artwork, &ArtworkStore::imageChanged, this, &SongArtwork::sync);

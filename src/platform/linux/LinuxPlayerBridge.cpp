@@ -127,7 +127,7 @@ LinuxPlayerBridge::LinuxPlayerBridge(QObject* parent) : PlayerBridge(parent)
 
 bool LinuxPlayerBridge::isBrowser(const QString& text)
 {
-    static const char* const browsers[] = {"firefox", "chromium", "chrome", "brave",
+    static const char* const browsers[] = {"firefox", "chromium", "chrome",   "brave",
                                            "vivaldi", "opera",    "epiphany", "edge"};
     const QString lower = text.toLower();
     for (const char* browser : browsers)
@@ -150,7 +150,8 @@ void LinuxPlayerBridge::propertiesChanged(const QString& interface, const QVaria
         Q_EMIT playersChanged();
 }
 
-void LinuxPlayerBridge::nameOwnerChanged(const QString& name, const QString& oldOwner, const QString& newOwner)
+void LinuxPlayerBridge::nameOwnerChanged(const QString& name, const QString& oldOwner,
+                                         const QString& newOwner)
 {
     Q_UNUSED(oldOwner)
     Q_UNUSED(newOwner)
@@ -169,7 +170,8 @@ QDBusMessage LinuxPlayerBridge::call(const QString& service, const QString& inte
 std::optional<QVariant> LinuxPlayerBridge::property(const QString& service, const QString& name,
                                                     QDBusMessage* failure)
 {
-    const QDBusMessage reply = call(service, propertiesInterface, QStringLiteral("Get"), {playerInterface, name});
+    const QDBusMessage reply =
+        call(service, propertiesInterface, QStringLiteral("Get"), {playerInterface, name});
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
         if (failure)
             *failure = reply;
@@ -180,9 +182,9 @@ std::optional<QVariant> LinuxPlayerBridge::property(const QString& service, cons
 
 QStringList LinuxPlayerBridge::mprisNames()
 {
-    const QDBusMessage message =
-        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-                                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ListNames"));
+    const QDBusMessage message = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ListNames"));
     const QDBusMessage reply = QDBusConnection::sessionBus().call(message, QDBus::Block, timeLimitMs());
     QStringList names;
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
@@ -200,9 +202,9 @@ bool LinuxPlayerBridge::ownerIsBrowser(const QString& name)
 {
     if (isBrowser(name.mid(mprisPrefix.size())))
         return true;
-    const QDBusMessage ownerMessage =
-        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-                                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetNameOwner"));
+    const QDBusMessage ownerMessage = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetNameOwner"));
     QDBusMessage request = ownerMessage;
     request.setArguments({name});
     const QDBusMessage owner = QDBusConnection::sessionBus().call(request, QDBus::Block, timeLimitMs());
@@ -216,8 +218,8 @@ bool LinuxPlayerBridge::ownerIsBrowser(const QString& name)
             return *known;
     }
     // Asked once per running process: a player that does not answer here is not a browser.
-    const QDBusMessage entry =
-        call(name, propertiesInterface, QStringLiteral("Get"), {rootInterface, QStringLiteral("DesktopEntry")});
+    const QDBusMessage entry = call(name, propertiesInterface, QStringLiteral("Get"),
+                                    {rootInterface, QStringLiteral("DesktopEntry")});
     const bool browser = entry.type() == QDBusMessage::ReplyMessage && !entry.arguments().isEmpty() &&
                          isBrowser(plain(entry.arguments().constFirst()).toString());
     QMutexLocker lock(&m_mutex);
@@ -258,7 +260,8 @@ PlayerReply LinuxPlayerBridge::query(const QString& player)
     const QString service = busName(player);
     if (service.isEmpty())
         return {};
-    const QDBusMessage reply = call(service, propertiesInterface, QStringLiteral("GetAll"), {playerInterface});
+    const QDBusMessage reply =
+        call(service, propertiesInterface, QStringLiteral("GetAll"), {playerInterface});
     if (reply.type() != QDBusMessage::ReplyMessage) {
         if (vanished(reply))
             return {};
@@ -344,7 +347,8 @@ bool LinuxPlayerBridge::command(const QString& player, const PlayerCommand& comm
         return true;
     const auto target = qint64(std::llround(command.position * 1e6));
     if (id.metaType() == QMetaType::fromType<QDBusObjectPath>())
-        return send(QStringLiteral("SetPosition"), {QVariant::fromValue(id.value<QDBusObjectPath>()), target});
+        return send(QStringLiteral("SetPosition"),
+                    {QVariant::fromValue(id.value<QDBusObjectPath>()), target});
     // A track id that is no object path cannot go to SetPosition: a relative Seek from where the
     // player is now does the same.
     double current = 0;

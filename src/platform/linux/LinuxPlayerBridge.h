@@ -26,7 +26,8 @@ public:
     static bool isBrowser(const QString& text);
 
 private Q_SLOTS:
-    void propertiesChanged(const QString& interface, const QVariantMap& changed, const QStringList& invalidated);
+    void propertiesChanged(const QString& interface, const QVariantMap& changed,
+                           const QStringList& invalidated);
     void nameOwnerChanged(const QString& name, const QString& oldOwner, const QString& newOwner);
 
 private:
@@ -36,7 +37,8 @@ private:
     bool ownerIsBrowser(const QString& name);
     QDBusMessage call(const QString& service, const QString& interface, const QString& method,
                       const QVariantList& arguments);
-    std::optional<QVariant> property(const QString& service, const QString& name, QDBusMessage* failure = nullptr);
+    std::optional<QVariant> property(const QString& service, const QString& name,
+                                     QDBusMessage* failure = nullptr);
     // Spotify's Position stays 0: the position moves on from what we saw last, per track.
     double spotifyPosition(const QString& trackID, bool playing);
     void setSpotifyPosition(const QString& trackID, double position, bool playing);

@@ -2,15 +2,16 @@
 
 #include <QMutexLocker>
 
-QVariantList MemoryPlayerBridge::track(const QString& title, const QString& artist, bool playing, double duration,
-                                       double position, const QString& trackID, const QString& artworkURL)
+QVariantList MemoryPlayerBridge::track(const QString& title, const QString& artist, bool playing,
+                                       double duration, double position, const QString& trackID,
+                                       const QString& artworkURL)
 {
     return {title, artist, playing, duration, position, trackID, artworkURL};
 }
 
-void MemoryPlayerBridge::waitWhileHeld()
+void MemoryPlayerBridge::waitWhileHeld(const bool& held)
 {
-    while (m_held)
+    while (held)
         m_released.wait(&m_mutex);
 }
 
@@ -28,14 +29,14 @@ PlayerReply MemoryPlayerBridge::query(const QString& player)
 {
     QMutexLocker lock(&m_mutex);
     ++m_queries;
-    waitWhileHeld();
+    waitWhileHeld(m_held);
     return m_players.value(player);
 }
 
 bool MemoryPlayerBridge::command(const QString& player, const PlayerCommand& command)
 {
     QMutexLocker lock(&m_mutex);
-    waitWhileHeld();
+    waitWhileHeld(m_held);
     m_commands.append({player, command});
     auto found = m_players.find(player);
     if (m_commandsFail || found == m_players.end())
@@ -54,7 +55,7 @@ QByteArray MemoryPlayerBridge::coverData(const QString& player, const QString& t
 {
     QMutexLocker lock(&m_mutex);
     ++m_coverReads;
-    waitWhileHeld();
+    waitWhileHeld(m_coversHeld);
     const auto cover = m_covers.value(player);
     if (cover.first != trackID || cover.second.size() > maxBytes)
         return {};
@@ -115,9 +116,16 @@ void MemoryPlayerBridge::hold()
     m_held = true;
 }
 
+void MemoryPlayerBridge::holdCovers()
+{
+    QMutexLocker lock(&m_mutex);
+    m_coversHeld = true;
+}
+
 void MemoryPlayerBridge::release()
 {
     QMutexLocker lock(&m_mutex);
     m_held = false;
+    m_coversHeld = false;
     m_released.wakeAll();
 }

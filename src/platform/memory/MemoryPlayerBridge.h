@@ -34,18 +34,21 @@ public:
     QList<std::pair<QString, PlayerCommand>> commands() const;
     int queries() const;
     int coverReads() const;
-    // Holds queries, commands and cover reads until release(): an answer still on its way.
+    // Holds queries and commands until release(): an answer still on its way.
     void hold();
+    // Holds only the cover reads (they run on their own queue) until release().
+    void holdCovers();
     void release();
     // A player reports a change, as the real one's signal would.
     void announceChange() { Q_EMIT playersChanged(); }
 
 private:
-    void waitWhileHeld();
+    void waitWhileHeld(const bool& held);
 
     mutable QMutex m_mutex;
     QWaitCondition m_released;
     bool m_held = false;
+    bool m_coversHeld = false;
     QMap<QString, PlayerReply> m_players;
     QMap<QString, std::pair<QString, QByteArray>> m_covers;
     QList<std::pair<QString, PlayerCommand>> m_commands;
