@@ -98,7 +98,7 @@ QString mediaRules()
     }
     Defaults(domain).removeDomain();
     return QStringLiteral(
-        "media polling rules, seek texts, track change policy, wing placement, toast settings");
+        "media answers and choice, times and literals, track change policy, wing placement, toast settings");
 }
 
 } // namespace SelfTestGroups

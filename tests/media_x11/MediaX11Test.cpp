@@ -292,9 +292,13 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(media().song(), QStringLiteral("Mpv Eins"), 10000);
         QCOMPARE(media().mediaApp(), QStringLiteral("Music"));
         model().seek(30);
-        QTRY_VERIFY_WITH_TIMEOUT(media().media() && media().media()->position >= 29.5 &&
-                                     media().media()->position < 40 && !media().mediaBusy(),
-                                 8000);
+        // The optimistic position shows at once; what counts is the player's own answer afterwards.
+        QTest::qWait(1000);
+        QTRY_VERIFY_WITH_TIMEOUT(!media().mediaBusy(), 5000);
+        media().refreshMedia();
+        QTRY_VERIFY_WITH_TIMEOUT(!media().mediaBusy(), 5000);
+        QVERIFY2(media().media() && media().media()->position >= 29.5 && media().media()->position < 40,
+                 qPrintable(QString::number(media().media() ? media().media()->position : -1)));
         model().mediaAction(QStringLiteral("next track"));
         QTRY_COMPARE_WITH_TIMEOUT(media().song(), QStringLiteral("Mpv Zwei"), 8000);
         mpv.kill();
