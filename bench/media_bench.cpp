@@ -69,9 +69,11 @@ QByteArray rss(qint64 pid)
 
 QString playerScript()
 {
-    return QFileInfo(QStringLiteral(__FILE__))
+    // __FILE__ may be relative to the build folder, which holds bench/.
+    const QDir build(QCoreApplication::applicationDirPath() + QStringLiteral("/.."));
+    return QFileInfo(build, QStringLiteral(__FILE__))
         .dir()
-        .filePath(QStringLiteral("../tests/media_x11/mpris_player.py"));
+        .absoluteFilePath(QStringLiteral("../tests/media_x11/mpris_player.py"));
 }
 
 void spin(int ms)

@@ -65,7 +65,16 @@ void AppDelegate::launch()
 
     // 5. The track toast beside the notch.
     m_coverPanel = std::make_unique<CoverPanel>();
-    m_trackToast = std::make_unique<TrackToast>(*m_model, *m_coverPanel);
+    m_trackToast = std::make_unique<TrackToast>(
+        TrackToast::Inputs{m_model->nowPlaying(), m_model->trackToastSettings(),
+                           [model = m_model.get()] {
+                               return model->expanded() || model->captureBusy() || model->introActive();
+                           },
+                           m_model->preferences(), m_platform.displays, m_platform.clock, m_platform.scheduler},
+        *m_coverPanel);
+    connect(&m_model->panel(), &PanelState::expandedChanged, m_trackToast.get(),
+            [toast = m_trackToast.get(), model = m_model.get()] { toast->panelExpanded(model->expanded()); });
+    connect(m_trackToast.get(), &TrackToast::closeRequested, this, &AppDelegate::collapse);
     connect(m_model.get(), &Model::previewTrackToast, m_trackToast.get(), &TrackToast::preview);
 
     // 6. The status item. Its icon lives in the views library's resources, which a static link

@@ -1,6 +1,5 @@
 #include "media/TrackToast.h"
 
-#include "capture/ScreenCapture.h"
 #include "common/Clock.h"
 #include "media/ArtworkStore.h"
 #include "media/MediaTexts.h"
@@ -8,29 +7,23 @@
 #include "media/TrackToastSettings.h"
 #include "media/WingPlacement.h"
 #include "media/WingSurface.h"
-#include "model/Model.h"
-#include "model/PanelState.h"
 #include "platform/Displays.h"
 #include "settings/Preferences.h"
 
 #include <QIcon>
 #include <QPointer>
 
-TrackToast::TrackToast(Model& model, WingSurface& surface, QObject* parent)
-    : QObject(parent), m_model(model), m_surface(surface), m_dismiss(model.platform().scheduler, this)
+TrackToast::TrackToast(const Inputs& inputs, WingSurface& surface, QObject* parent)
+    : QObject(parent), m_in(inputs), m_surface(surface), m_dismiss(inputs.scheduler, this)
 {
-    NowPlaying& media = model.nowPlaying();
+    NowPlaying& media = inputs.media;
     connect(&media, &NowPlaying::mediaChanged, this, &TrackToast::mediaChanged);
     connect(&media.artwork(), &ArtworkStore::imageChanged, this, &TrackToast::artworkChanged);
-    connect(&model.panel(), &PanelState::expandedChanged, this, [this] {
-        if (m_model.expanded())
+    connect(&inputs.settings, &TrackToastSettings::enabledChanged, this, [this] {
+        if (!m_in.settings.enabled())
             hide();
     });
-    connect(&model.trackToastSettings(), &TrackToastSettings::enabledChanged, this, [this] {
-        if (!m_model.trackToastSettings().enabled())
-            hide();
-    });
-    connect(&model.platform().displays, &Displays::configurationChanged, this, &TrackToast::hide);
+    connect(&inputs.displays, &Displays::configurationChanged, this, &TrackToast::hide);
 }
 
 TrackToast::~TrackToast()
@@ -40,7 +33,7 @@ TrackToast::~TrackToast()
 
 void TrackToast::mediaChanged()
 {
-    const std::optional<MediaSnapshot>& snapshot = m_model.nowPlaying().media();
+    const std::optional<MediaSnapshot>& snapshot = m_in.media.media();
     if (!snapshot) {
         if (m_visibleMusic)
             hide();
@@ -49,29 +42,28 @@ void TrackToast::mediaChanged()
     if (m_visibleMusic && (*m_visibleMusic != snapshot->identity() || !snapshot->playing))
         hide();
     const std::optional<QString> identity = m_policy.changed(snapshot);
-    if (!identity || !m_model.trackToastSettings().enabled())
+    if (!identity || !m_in.settings.enabled())
         return;
-    const ArtworkStore& artwork = m_model.nowPlaying().artwork();
+    const ArtworkStore& artwork = m_in.media.artwork();
     show(artwork.key() == *identity ? artwork.image() : QImage(), snapshot->title, snapshot->artist);
     if (m_surface.isShown()) {
         m_visibleMusic = identity;
         m_pending = identity;
         m_song = snapshot;
-        m_pendingUntil =
-            m_model.platform().clock.now().addMSecs(qint64(m_model.trackToastSettings().duration() * 1000));
+        m_pendingUntil = m_in.clock.now().addMSecs(qint64(m_in.settings.duration() * 1000));
     }
 }
 
 void TrackToast::artworkChanged()
 {
-    display(m_model.nowPlaying().artwork().image());
+    display(m_in.media.artwork().image());
 }
 
 void TrackToast::display(const QImage& image)
 {
-    const ArtworkStore& artwork = m_model.nowPlaying().artwork();
+    const ArtworkStore& artwork = m_in.media.artwork();
     if (image.isNull() || !m_pending || !m_song || m_visibleMusic != m_pending || !m_surface.isShown() ||
-        artwork.key() != *m_pending || !(m_model.platform().clock.now() < m_pendingUntil))
+        artwork.key() != *m_pending || !(m_in.clock.now() < m_pendingUntil))
         return;
     m_surface.setWing(image, m_song->title, m_song->artist, m_displayHeight);
     m_pending.reset();
@@ -80,11 +72,10 @@ void TrackToast::display(const QImage& image)
 void TrackToast::show(const QImage& image, const QString& title, const QString& subtitle)
 {
     hide();
-    if (m_model.expanded() || m_model.captureBusy() || m_model.introActive())
+    if (m_in.covered && m_in.covered())
         return;
-    const Platform& platform = m_model.platform();
-    const QList<DisplayInfo> displays = platform.displays.displays();
-    const auto index = WingPlacement::chooseDisplay(displays, m_model.preferences().values().screenMain);
+    const QList<DisplayInfo> displays = m_in.displays.displays();
+    const auto index = WingPlacement::chooseDisplay(displays, m_in.preferences.values().screenMain);
     if (!index)
         return;
     const auto frame = WingPlacement::wingFrame(displays[*index]);
@@ -92,15 +83,15 @@ void TrackToast::show(const QImage& image, const QString& title, const QString& 
         return;
     m_displayHeight = frame->height();
     m_surface.setWing(image, title, subtitle, m_displayHeight);
-    const bool still = platform.displays.reduceMotion();
+    const bool still = m_in.displays.reduceMotion();
     m_surface.slideIn(still ? *frame : WingPlacement::sliver(*frame), *frame, still ? 0 : slideInTime);
-    m_dismiss.schedule(m_model.trackToastSettings().duration(), [this] { retract(); });
+    m_dismiss.schedule(m_in.settings.duration(), [this] { retract(); });
 }
 
 void TrackToast::retract()
 {
     const quint64 token = m_animationToken;
-    const double seconds = m_model.platform().displays.reduceMotion() ? 0 : slideOutTime;
+    const double seconds = m_in.displays.reduceMotion() ? 0 : slideOutTime;
     QPointer<TrackToast> self(this);
     m_surface.slideOut(WingPlacement::sliver(m_surface.frame()), seconds, [self, token] {
         if (self)
@@ -111,6 +102,12 @@ void TrackToast::retract()
 void TrackToast::retractDone(quint64 token)
 {
     if (token == m_animationToken)
+        hide();
+}
+
+void TrackToast::panelExpanded(bool expanded)
+{
+    if (expanded)
         hide();
 }
 
@@ -126,11 +123,11 @@ void TrackToast::hide()
 
 void TrackToast::preview()
 {
-    const std::optional<MediaSnapshot>& media = m_model.nowPlaying().media();
-    if (!m_model.trackToastSettings().enabled() || !media)
+    const std::optional<MediaSnapshot>& media = m_in.media.media();
+    if (!m_in.settings.enabled() || !media)
         return;
-    Q_EMIT m_model.close();
-    show(m_model.nowPlaying().artwork().image(), media->title, media->artist);
+    Q_EMIT closeRequested();
+    show(m_in.media.artwork().image(), media->title, media->artist);
 }
 
 void TrackToast::announceUnread(const QString& appID, const QString& name, int count)

@@ -8,9 +8,14 @@
 #include <QImage>
 #include <QObject>
 
+#include <functional>
 #include <optional>
 
-class Model;
+class Clock;
+class Displays;
+class NowPlaying;
+class Preferences;
+class TrackToastSettings;
 class WingSurface;
 
 // The wing beside the closed notch: a new track slides it out with cover, title and artist for a
@@ -24,7 +29,20 @@ public:
     static constexpr double slideOutTime = 0.18;
     static constexpr double defaultHeight = 24;
 
-    TrackToast(Model& model, WingSurface& surface, QObject* parent = nullptr);
+    // What the wing watches and where it goes.
+    struct Inputs
+    {
+        NowPlaying& media;
+        TrackToastSettings& settings;
+        // Whether something covers the notch now: the open panel, a capture, the intro.
+        std::function<bool()> covered;
+        Preferences& preferences;
+        Displays& displays;
+        Clock& clock;
+        Scheduler& scheduler;
+    };
+
+    TrackToast(const Inputs& inputs, WingSurface& surface, QObject* parent = nullptr);
     ~TrackToast() override;
 
     // Slides a wing out (after hiding any other) and schedules its retraction.
@@ -41,18 +59,24 @@ public:
     // "<count> ungelesene Hinweise", for the same duration as a track. Shown even with track
     // announcements switched off.
     void announceUnread(const QString& appID, const QString& name, int count);
+    // The panel opened or closed: an open panel removes the wing at once.
+    void panelExpanded(bool expanded);
 
     // What a test or the self-test looks at.
     const std::optional<QString>& visibleMusic() const { return m_visibleMusic; }
     const std::optional<QString>& pending() const { return m_pending; }
     double displayHeight() const { return m_displayHeight; }
 
+Q_SIGNALS:
+    // The preview closes the panel first: the wing never shows over it.
+    void closeRequested();
+
 private:
     void mediaChanged();
     void artworkChanged();
     void retractDone(quint64 token);
 
-    Model& m_model;
+    Inputs m_in;
     WingSurface& m_surface;
     TrackChangePolicy m_policy;
     std::optional<QString> m_pending;

@@ -10,6 +10,7 @@
 #include "media/widgets/MediaSettings.h"
 #include "media/widgets/MusicCard.h"
 #include "model/PanelState.h"
+#include "settings/Preferences.h"
 #include "ui/SegmentedControl.h"
 #include "ui/SymbolButton.h"
 #include "ui/ToggleRow.h"
@@ -102,7 +103,16 @@ private Q_SLOTS:
         m_fixture = std::make_unique<ModelFixture>();
         m_fixture->memory.displays.list = {DisplayInfo{QStringLiteral("screen"), QRectF(0, 0, 1920, 1080)}};
         m_surface = std::make_unique<MemoryWingSurface>();
-        m_toast = std::make_unique<TrackToast>(model(), *m_surface);
+        MemoryPlatform& memory = m_fixture->memory;
+        m_toast = std::make_unique<TrackToast>(
+            TrackToast::Inputs{
+                media(), model().trackToastSettings(),
+                [this] { return model().expanded() || model().captureBusy() || model().introActive(); },
+                model().preferences(), memory.displays, memory.clock, memory.scheduler},
+            *m_surface);
+        // As the application delegate wires it.
+        connect(&model().panel(), &PanelState::expandedChanged, m_toast.get(),
+                [this] { m_toast->panelExpanded(model().expanded()); });
         model().setMediaEnabled(true);
         QTRY_VERIFY(!media().mediaBusy());
     }
@@ -202,7 +212,7 @@ private Q_SLOTS:
 
     void previewAndUnreadNotices()
     {
-        QSignalSpy closes(&model(), &Model::close);
+        QSignalSpy closes(m_toast.get(), &TrackToast::closeRequested);
         m_toast->preview();
         QVERIFY(!m_surface->shown); // nothing plays yet
         play(QStringLiteral("a"));

@@ -23,7 +23,11 @@ namespace {
 
 QString playerScript()
 {
-    return QFileInfo(QStringLiteral(__FILE__)).dir().filePath(QStringLiteral("mpris_player.py"));
+    // __FILE__ may be relative to the build folder, where the program under test lives.
+    const QDir build = QFileInfo(QStringLiteral(BRENLOW_BINARY)).absoluteDir();
+    return QFileInfo(build, QStringLiteral(__FILE__))
+        .dir()
+        .absoluteFilePath(QStringLiteral("mpris_player.py"));
 }
 
 QByteArray run(const QString& program, const QStringList& arguments)

@@ -33,8 +33,8 @@ MusicCard::MusicCard(NowPlaying& media, QWidget* parent)
       m_duration(new TextLabel(QString(), 10, TextLabel::secondary))
 {
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(14, 10, 14, 10);
-    column->setSpacing(6);
+    column->setContentsMargins(14, 8, 14, 8);
+    column->setSpacing(4);
 
     auto* header = new QHBoxLayout;
     header->setSpacing(6);
@@ -162,7 +162,14 @@ double MusicCard::elapsed() const
 void MusicCard::sync()
 {
     m_player->setText(m_media.mediaApp().isEmpty() ? MediaTexts::anyPlayer() : m_media.mediaApp().toUpper());
-    m_connect->setVisible(!m_media.mediaEnabled());
+    // Switched off, the card offers the connection instead of controls it could not use.
+    const bool enabled = m_media.mediaEnabled();
+    m_connect->setVisible(!enabled);
+    for (QWidget* widget : {static_cast<QWidget*>(m_slider), static_cast<QWidget*>(m_elapsed),
+                            static_cast<QWidget*>(m_duration)})
+        widget->setVisible(enabled);
+    for (SymbolButton* button : m_buttons)
+        button->setVisible(enabled);
     m_song->setText(m_media.song());
     m_artist->setText(m_media.artist());
     m_playPause->setSymbol(m_media.playing() ? QStringLiteral("pause.fill") : QStringLiteral("play.fill"));
