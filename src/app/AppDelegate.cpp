@@ -1,7 +1,9 @@
 #include "app/AppDelegate.h"
 
+#include "app/CoverPanel.h"
 #include "app/NotchPanel.h"
 #include "app/PanelPages.h"
+#include "media/TrackToast.h"
 #include "model/Model.h"
 #include "setup/LoginItemStore.h"
 #include "model/PanelState.h"
@@ -33,6 +35,8 @@ AppDelegate::~AppDelegate()
         terminate();
     // The model's requests die with this delegate; the panel goes before the model it shows.
     disconnect(m_model.get(), nullptr, this, nullptr);
+    m_trackToast.reset();
+    m_coverPanel.reset();
     m_controller.reset();
     m_panel.reset();
 }
@@ -60,7 +64,19 @@ void AppDelegate::launch()
     connectModel();
     connect(&m_model->productivity(), &Productivity::miniChanged, this, &AppDelegate::reposition);
 
-    // 5. The track toast joins here with the media pages.
+    // 5. The track toast beside the notch.
+    m_coverPanel = std::make_unique<CoverPanel>();
+    m_trackToast = std::make_unique<TrackToast>(
+        TrackToast::Inputs{m_model->nowPlaying(), m_model->trackToastSettings(),
+                           [model = m_model.get()] {
+                               return model->expanded() || model->captureBusy() || model->introActive();
+                           },
+                           m_model->preferences(), m_platform.displays, m_platform.clock, m_platform.scheduler},
+        *m_coverPanel);
+    connect(&m_model->panel(), &PanelState::expandedChanged, m_trackToast.get(),
+            [toast = m_trackToast.get(), model = m_model.get()] { toast->panelExpanded(model->expanded()); });
+    connect(m_trackToast.get(), &TrackToast::closeRequested, this, &AppDelegate::collapse);
+    connect(m_model.get(), &Model::previewTrackToast, m_trackToast.get(), &TrackToast::preview);
 
     // 6. The status item. Its icon lives in the views library's resources, which a static link
     // leaves out unless asked for.
@@ -112,6 +128,7 @@ void AppDelegate::terminate()
     if (!m_launched)
         return;
     m_launched = false;
+    m_trackToast->hide();
     m_controller->stopPointerTimer();
     m_model->stopHeartbeat();
     m_controller->unregisterShortcut();

@@ -11,10 +11,12 @@
 #include <optional>
 
 class Defaults;
+class CoverPanel;
 class Model;
 class NotchPanel;
 class PageRegistry;
 class PanelController;
+class TrackToast;
 
 // Owns the model, the panel window and the input services for the life of the process.
 //
@@ -34,6 +36,8 @@ public:
     // Present after launch().
     NotchPanel* panel() const { return m_panel.get(); }
     PanelController* controller() const { return m_controller.get(); }
+    TrackToast* trackToast() const { return m_trackToast.get(); }
+    CoverPanel* coverPanel() const { return m_coverPanel.get(); }
 
     // Brings everything up in order; the closed panel ends over the notch.
     void launch();
@@ -65,6 +69,8 @@ private:
     std::unique_ptr<PageRegistry> m_pages;
     std::unique_ptr<NotchPanel> m_panel;
     std::unique_ptr<PanelController> m_controller;
+    std::unique_ptr<CoverPanel> m_coverPanel;
+    std::unique_ptr<TrackToast> m_trackToast;
     QSet<QObject*> m_openMenus;
     bool m_launched = false;
 };

@@ -5,6 +5,7 @@
 #include "devices/widgets/MicrophoneDot.h"
 #include "focus/widgets/ActivityPage.h"
 #include "focus/widgets/FocusSettings.h"
+#include "media/widgets/MediaSettings.h"
 #include "model/Model.h"
 #include "overview/widgets/MiniOverview.h"
 #include "overview/widgets/OverviewPage.h"
@@ -98,6 +99,9 @@ void registerPanelPages(PageRegistry& pages, Model& model)
         auto* row = new LoginItemSettings(m->loginItem());
         QObject::connect(row, &LoginItemSettings::openSettingsRequested, m, &Model::openLoginItemSettings);
         return row;
+    });
+    pages.addSettings(QStringLiteral("Verbindungen"), 10, [m] {
+        return new MediaSettings(m->nowPlaying(), m->trackToastSettings(), [m] { Q_EMIT m->previewTrackToast(); });
     });
 
     pages.addHeaderItem(PageRegistry::HeaderPlace::leading, [m] { return new WeatherHeader(m->panel()); });

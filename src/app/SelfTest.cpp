@@ -32,6 +32,7 @@ int runSelfTest()
         pass(SelfTestGroups::preferencesAndHover());
         pass(SelfTestGroups::noteHistory());
         pass(SelfTestGroups::searchRules());
+        pass(SelfTestGroups::mediaRules());
 
         Defaults defaults(domainName);
         MemoryPlatform memory;

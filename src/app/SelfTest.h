@@ -38,6 +38,8 @@ QString timerAndEvents(Model& model, MemoryPlatform& memory);
 QString noteHistory();
 QString shelfAndSharing(Model& model, MemoryPlatform& memory);
 QString searchRules();
+// The music rules on their own (no model, no queue).
+QString mediaRules();
 
 } // namespace SelfTestGroups
 

@@ -9,6 +9,7 @@
 #include "focus/ActivityLog.h"
 #include "focus/FocusTimer.h"
 #include "media/NowPlaying.h"
+#include "media/TrackToastSettings.h"
 #include "model/PanelState.h"
 #include "platform/FileSearch.h"
 #include "platform/Pasteboard.h"
@@ -81,8 +82,10 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
                                                *m_activity, *m_message);
     m_loginItem = std::make_unique<LoginItemStore>(platform.loginItems, defaults);
 
-    // 5. The player switch (the recording switch came with the history).
-    m_nowPlaying = std::make_unique<NowPlaying>(defaults);
+    // 5. The players (the recording switch came with the history) and the track toast's settings.
+    m_nowPlaying = std::make_unique<NowPlaying>(defaults, platform.players, platform.clock, platform.scheduler,
+                                                *m_message);
+    m_trackToastSettings = std::make_unique<TrackToastSettings>(defaults);
 
     // 6. Focus timer.
     m_focus =
@@ -167,13 +170,16 @@ void Model::tick()
     ++m_ticks;
     m_clipboard->pollClipboard();
     m_focus->advance();
+    m_nowPlaying->advancePosition();
     if (m_ticks % 5 == 0) {
         refreshPermissions();
         m_devices->refreshHardware();
         // Changes that could not be written go out as soon as the disk takes them again.
         m_defaults.retryWrites();
     }
-    // Song position, players and device status join here with their stores.
+    if (m_ticks % 3 == 0 && m_nowPlaying->mediaEnabled())
+        m_nowPlaying->refreshMedia();
+    // Device status joins here with its store.
 }
 
 // Each report sets the status line before it adds its notice: adding a notice writes the
@@ -319,6 +325,9 @@ void Model::revealItem(const QUrl& url) { m_opener->reveal(url); }
 
 bool Model::mediaEnabled() const { return m_nowPlaying->mediaEnabled(); }
 void Model::setMediaEnabled(bool enabled) { m_nowPlaying->setMediaEnabled(enabled); }
+void Model::refreshMedia() { m_nowPlaying->refreshMedia(); }
+void Model::mediaAction(const QString& command) { m_nowPlaying->mediaAction(command); }
+void Model::seek(double seconds) { m_nowPlaying->seek(seconds); }
 QString Model::commandStatus() const { return m_commands->commandStatus(); }
 std::optional<RunningApp> Model::commandTarget() const { return m_commands->commandTarget(); }
 void Model::setCommandTarget(std::optional<RunningApp> app) { m_commands->setCommandTarget(std::move(app)); }

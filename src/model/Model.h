@@ -26,6 +26,7 @@ class FocusTimer;
 class LoginItemStore;
 class MenuCommands;
 class NowPlaying;
+class TrackToastSettings;
 class OnboardingState;
 class PanelState;
 class Pasteboard;
@@ -75,6 +76,7 @@ public:
     FocusTimer& focus() const { return *m_focus; }
     ActivityLog& activity() const { return *m_activity; }
     NowPlaying& nowPlaying() const { return *m_nowPlaying; }
+    TrackToastSettings& trackToastSettings() const { return *m_trackToastSettings; }
     DeviceStatus& deviceStatus() const { return *m_devices; }
     LoginItemStore& loginItem() const { return *m_loginItem; }
     MenuCommands& menuCommands() const { return *m_commands; }
@@ -160,6 +162,9 @@ public:
     // Players, commands, capture.
     bool mediaEnabled() const;
     void setMediaEnabled(bool enabled);
+    void refreshMedia();
+    void mediaAction(const QString& command);
+    void seek(double seconds);
     QString commandStatus() const;
     std::optional<RunningApp> commandTarget() const;
     void setCommandTarget(std::optional<RunningApp> app);
@@ -190,6 +195,8 @@ Q_SIGNALS:
     void applyPreferences();
     void accessibilityChanged();
     void startWelcome();
+    // The settings' test of the track toast.
+    void previewTrackToast();
     // Hidden: the panel leaves the screen for a capture; shown again afterwards.
     void captureVisibility(bool hidden);
 
@@ -208,6 +215,7 @@ private:
     std::unique_ptr<PermissionActions> m_permissionActions;
     std::unique_ptr<OnboardingState> m_onboarding;
     std::unique_ptr<NowPlaying> m_nowPlaying;
+    std::unique_ptr<TrackToastSettings> m_trackToastSettings;
     std::unique_ptr<MenuCommands> m_commands;
     std::unique_ptr<ScreenCapture> m_capture;
     std::unique_ptr<DeviceStatus> m_devices;

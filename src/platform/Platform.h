@@ -20,6 +20,7 @@ class AudioDevices;
 class CameraActivity;
 class LoginItems;
 class SystemSettings;
+class PlayerBridge;
 
 // The services one run of the application uses. Built in one place (the Linux bundle for the
 // real application, the memory bundle for tests and the self-test) and handed to the stores.
@@ -45,4 +46,5 @@ struct Platform
     CameraActivity& cameras;
     LoginItems& loginItems;
     SystemSettings& systemSettings;
+    PlayerBridge& players;
 };

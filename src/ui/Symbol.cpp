@@ -50,6 +50,13 @@ constexpr Entry table[] = {
     {"battery.100percent.bolt", 0xe1a3},            // battery_charging_full
     {"battery.75percent", 0xebd4},                  // battery_5_bar
     {"music.note", 0xe405},                         // music_note
+    {"gobackward.30", 0xe05a},                      // replay_30
+    {"gobackward.10", 0xe059},                      // replay_10
+    {"goforward.10", 0xe056},                       // forward_10
+    {"goforward.30", 0xe057},                       // forward_30
+    {"backward.end.fill", 0xe045},                  // skip_previous
+    {"forward.end.fill", 0xe044},                   // skip_next
+    {"waveform", 0xe1b8},                           // graphic_eq
     {"location", 0xe0c8},                           // location_on
     {"cloud.sun", 0xe430},                          // wb_sunny
     {"video", 0xe04b},                              // videocam

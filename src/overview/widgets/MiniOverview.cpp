@@ -5,6 +5,7 @@
 #include "focus/FocusTexts.h"
 #include "focus/FocusTimer.h"
 #include "media/NowPlaying.h"
+#include "media/widgets/SongArtwork.h"
 #include "model/PanelState.h"
 #include "overview/OverviewTexts.h"
 #include "productivity/Productivity.h"
@@ -21,6 +22,7 @@
 MiniOverview::MiniOverview(const NowPlaying& nowPlaying, FocusTimer& focus, const DeviceStatus& devices,
                            PanelState& panel, Productivity& productivity, QWidget* parent)
     : QWidget(parent), m_nowPlaying(nowPlaying), m_focus(focus), m_devices(devices),
+      m_cover(new SongArtwork(nowPlaying.artwork(), 46)),
       m_song(new TextLabel(QString(), 13, TextLabel::primary, QFont::DemiBold)),
       m_status(new TextLabel(QString(), 11, TextLabel::secondary)), m_timer(new QPushButton),
       m_search(new SymbolButton(QStringLiteral("magnifyingglass"), OverviewTexts::miniSearchHint(), 32)),
@@ -31,12 +33,7 @@ MiniOverview::MiniOverview(const NowPlaying& nowPlaying, FocusTimer& focus, cons
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(10);
 
-    // The cover joins with the artwork store; until then the note stands in for it.
-    auto* cover = new SymbolLabel(QStringLiteral("music.note"), 22);
-    cover->setFixedSize(46, 46);
-    cover->setProperty("role", QStringLiteral("secondary"));
-    cover->setStyleSheet(QStringLiteral("background: rgba(255,255,255,0.08); border-radius: 10px;"));
-    row->addWidget(cover);
+    row->addWidget(m_cover);
 
     auto* texts = new QVBoxLayout;
     texts->setSpacing(1);

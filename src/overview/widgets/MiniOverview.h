@@ -9,6 +9,7 @@ class PanelState;
 class Productivity;
 class QLabel;
 class QPushButton;
+class SongArtwork;
 class SymbolButton;
 
 // The overview in one row: song, focus timer, search and the way back to the full overview.
@@ -24,6 +25,7 @@ public:
     SymbolButton* expandButton() const { return m_expand; }
     QString songText() const;
     QString statusText() const;
+    SongArtwork* cover() const { return m_cover; }
 
 private:
     void sync();
@@ -31,6 +33,7 @@ private:
     const NowPlaying& m_nowPlaying;
     FocusTimer& m_focus;
     const DeviceStatus& m_devices;
+    SongArtwork* m_cover;
     QLabel* m_song;
     QLabel* m_status;
     QPushButton* m_timer;

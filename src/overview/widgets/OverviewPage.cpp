@@ -8,7 +8,7 @@
 
 #include <QBoxLayout>
 
-OverviewPage::OverviewPage(const NowPlaying& nowPlaying, FocusTimer& focus, DeviceStatus& devices,
+OverviewPage::OverviewPage(NowPlaying& nowPlaying, FocusTimer& focus, DeviceStatus& devices,
                            const Preferences& preferences, QWidget* parent)
     : QWidget(parent), m_preferences(preferences), m_cards(new QBoxLayout(QBoxLayout::LeftToRight)),
       m_music(new MusicCard(nowPlaying)), m_focus(new FocusCard(focus)), m_devices(new PowerCard(devices)),

@@ -16,7 +16,7 @@ class OverviewPage : public QWidget
 {
     Q_OBJECT
 public:
-    OverviewPage(const NowPlaying& nowPlaying, FocusTimer& focus, DeviceStatus& devices,
+    OverviewPage(NowPlaying& nowPlaying, FocusTimer& focus, DeviceStatus& devices,
                  const Preferences& preferences, QWidget* parent = nullptr);
 
     FocusCard* focusCard() const { return m_focus; }

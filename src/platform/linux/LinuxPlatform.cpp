@@ -12,6 +12,7 @@
 #include "platform/linux/LinuxKeyMonitor.h"
 #include "platform/linux/LinuxPasteboard.h"
 #include "platform/linux/LinuxPermissions.h"
+#include "platform/linux/LinuxPlayerBridge.h"
 #include "platform/linux/LinuxPointer.h"
 #include "platform/linux/LinuxSharing.h"
 #include "platform/linux/LinuxSound.h"
@@ -37,7 +38,8 @@ LinuxPlatform::LinuxPlatform()
       m_audioDevices(std::make_unique<LinuxAudioDevices>()),
       m_cameras(std::make_unique<LinuxCameraActivity>()),
       m_loginItems(std::make_unique<LinuxLoginItems>()),
-      m_systemSettings(std::make_unique<LinuxSystemSettings>())
+      m_systemSettings(std::make_unique<LinuxSystemSettings>()),
+      m_players(std::make_unique<LinuxPlayerBridge>())
 {}
 
 LinuxPlatform::~LinuxPlatform() = default;
@@ -64,5 +66,6 @@ Platform LinuxPlatform::platform()
         .cameras = *m_cameras,
         .loginItems = *m_loginItems,
         .systemSettings = *m_systemSettings,
+        .players = *m_players,
     };
 }

@@ -23,6 +23,7 @@ class AudioDevices;
 class CameraActivity;
 class LoginItems;
 class SystemSettings;
+class PlayerBridge;
 
 // The real services of a Linux desktop session (X11 or XWayland). Needs a QGuiApplication.
 class LinuxPlatform
@@ -56,4 +57,5 @@ private:
     std::unique_ptr<CameraActivity> m_cameras;
     std::unique_ptr<LoginItems> m_loginItems;
     std::unique_ptr<SystemSettings> m_systemSettings;
+    std::unique_ptr<PlayerBridge> m_players;
 };

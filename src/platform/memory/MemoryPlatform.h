@@ -6,6 +6,7 @@
 #include "platform/memory/MemoryDevices.h"
 #include "platform/memory/MemoryDialogs.h"
 #include "platform/memory/MemoryFileSearch.h"
+#include "platform/memory/MemoryPlayerBridge.h"
 #include "platform/memory/MemoryServices.h"
 #include "platform/memory/MemorySharing.h"
 
@@ -41,8 +42,8 @@ public:
             .cameras = cameras,
             .loginItems = loginItems,
             .systemSettings = systemSettings,
+            .players = players,
         };
-
     }
 
     ManualClock clock;
@@ -65,4 +66,5 @@ public:
     MemoryCameraActivity cameras;
     MemoryLoginItems loginItems;
     MemorySystemSettings systemSettings;
+    MemoryPlayerBridge players;
 };
