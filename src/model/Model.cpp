@@ -114,7 +114,9 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
             AppCatalog::scan(files.applicationFolders(), DesktopEntry::userLanguages()),
             files.defaultAppFolders());
     });
-    m_sharing = std::make_unique<ShelfSharing>(platform.sharing, *m_message, *m_panel);
+    m_sharing = std::make_unique<ShelfSharing>(platform.sharing, *m_message);
+    connect(m_sharing.get(), &ShelfSharing::sessionStarted, m_panel.get(), &PanelState::addInteractionLock);
+    connect(m_sharing.get(), &ShelfSharing::sessionEnded, m_panel.get(), &PanelState::releaseInteractionLock);
     m_opener = std::make_unique<ItemOpener>(platform.workspace, *m_message);
     m_search = std::make_unique<DeviceSearch>(platform.fileSearch, platform.scheduler);
     m_launcher = std::make_unique<WorkspaceLauncher>(platform.workspace, *m_message, *m_activity);

@@ -1,12 +1,11 @@
 #include "productivity/ShelfSharing.h"
 
 #include "common/StatusMessage.h"
-#include "model/PanelState.h"
 #include "platform/Sharing.h"
 #include "productivity/ShelfTexts.h"
 
-ShelfSharing::ShelfSharing(Sharing& sharing, StatusMessage& message, PanelState& panel, QObject* parent)
-    : QObject(parent), m_sharing(sharing), m_message(message), m_panel(panel)
+ShelfSharing::ShelfSharing(Sharing& sharing, StatusMessage& message, QObject* parent)
+    : QObject(parent), m_sharing(sharing), m_message(message)
 {}
 
 void ShelfSharing::airDrop(const QList<QUrl>& urls)
@@ -21,7 +20,7 @@ void ShelfSharing::airDrop(const QList<QUrl>& urls)
     }
     const quint64 session = ++m_lastSession;
     m_session = session;
-    m_panel.addInteractionLock();
+    Q_EMIT sessionStarted();
     m_sharing.share(urls, this, [this, session](SharingResult result) {
         if (result.outcome == SharingResult::unavailable)
             m_message.setText(ShelfTexts::sharingUnavailable());
@@ -37,5 +36,5 @@ void ShelfSharing::finish(quint64 session)
     if (m_session != session)
         return;
     m_session = 0;
-    m_panel.releaseInteractionLock();
+    Q_EMIT sessionEnded();
 }
