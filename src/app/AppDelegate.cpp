@@ -2,6 +2,7 @@
 
 #include "app/NotchPanel.h"
 #include "app/PanelPages.h"
+#include "commands/MenuBarApps.h"
 #include "model/Model.h"
 #include "model/PanelState.h"
 #include "platform/Displays.h"
@@ -58,6 +59,15 @@ void AppDelegate::launch()
     // 4. The model's requests.
     connectModel();
     connect(&m_model->productivity(), &Productivity::miniChanged, this, &AppDelegate::reposition);
+
+    // 4b. The menu-bar integration: its settings and menus open the panel.
+    MenuBarApps& menuApps = m_model->menuApps();
+    connect(&menuApps, &MenuBarApps::openSettings, this, [this] {
+        m_model->setSettingsSection(QStringLiteral("Menüleiste"));
+        expand(Page::settings, false);
+    });
+    menuApps.setStarted(true);
+    menuApps.configure();
 
     // 5. The track toast joins here with the media pages.
 
@@ -122,6 +132,9 @@ void AppDelegate::terminate()
         QCoreApplication::instance()->removeEventFilter(this);
     m_openMenus.clear();
     m_editMenu.uninstall();
+    // Other applications' items are theirs again.
+    disconnect(&m_model->menuApps(), nullptr, this, nullptr);
+    m_model->menuApps().shutdown();
     m_platform.statusBar.hide();
 }
 

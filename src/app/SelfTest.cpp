@@ -30,6 +30,8 @@ int runSelfTest()
         pass(SelfTestGroups::permissions());
         pass(SelfTestGroups::productivityStore());
         pass(SelfTestGroups::preferencesAndHover());
+        pass(SelfTestGroups::menuCommands());
+        pass(SelfTestGroups::menuBarCounters());
 
         Defaults defaults(domainName);
         MemoryPlatform memory;

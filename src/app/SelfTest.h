@@ -34,6 +34,9 @@ void hoverBehaviour();
 QString clipboardCapture(Model& model, MemoryPlatform& memory);
 QString historyPersistence(Model& model, MemoryPlatform& memory);
 QString timerAndEvents(Model& model, MemoryPlatform& memory);
+// Menu commands and the menu-bar apps' counters, on the memory platform.
+QString menuCommands();
+QString menuBarCounters();
 
 } // namespace SelfTestGroups
 

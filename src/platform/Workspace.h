@@ -26,4 +26,8 @@ public:
     virtual bool open(const QString& path) = 0;
     // Shows the path in the file manager; false when it failed.
     virtual bool reveal(const QString& path) = 0;
+    // The running application of a process; terminated when the process has gone.
+    virtual std::optional<RunningApp> runningApp(qint64 pid) const = 0;
+    // Brings the process's window to the front; false when it was refused or it has none.
+    virtual bool activate(qint64 pid) = 0;
 };

@@ -10,6 +10,8 @@ public:
     qint64 currentPid() const override;
     bool open(const QString& path) override;
     bool reveal(const QString& path) override;
+    std::optional<RunningApp> runningApp(qint64 pid) const override;
+    bool activate(qint64 pid) override;
 
     // Name and id of a process from /proc.
     static RunningApp describeProcess(qint64 pid);

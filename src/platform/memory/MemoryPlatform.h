@@ -3,6 +3,7 @@
 #include "common/Clock.h"
 #include "common/Scheduler.h"
 #include "platform/Platform.h"
+#include "platform/memory/MemoryAccessibility.h"
 #include "platform/memory/MemoryDialogs.h"
 #include "platform/memory/MemoryServices.h"
 
@@ -19,7 +20,8 @@ public:
     Platform platform(Pasteboard& clipboard)
     {
         return Platform{clock,    scheduler, clipboard, permissions, sound,     workspace,
-                        displays, pointer,   hotKeys,   keyMonitor,  statusBar, dialogs};
+                        displays, pointer,   hotKeys,   keyMonitor,  statusBar, dialogs,
+                        accessibility};
     }
 
     ManualClock clock;
@@ -34,4 +36,5 @@ public:
     MemoryKeyMonitor keyMonitor;
     MemoryStatusBar statusBar;
     MemoryDialogs dialogs;
+    MemoryAccessibility accessibility;
 };
