@@ -13,6 +13,7 @@
 #include <QMenuBar>
 #include <QProcess>
 #include <QSocketNotifier>
+#include <QStyle>
 #include <QSystemTrayIcon>
 #include <QTextEdit>
 #include <QThread>
