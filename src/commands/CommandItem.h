@@ -19,3 +19,4 @@ struct CommandItem
     // Whether the item was enabled when it was read.
     bool enabled = false;
 };
+Q_DECLARE_METATYPE(CommandItem)

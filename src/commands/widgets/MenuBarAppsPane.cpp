@@ -66,7 +66,10 @@ QString MenuBarAppsPane::emptyText()
 
 void MenuBarAppsPane::rebuild()
 {
-    qDeleteAll(m_buttons);
+    for (QPushButton* button : std::as_const(m_buttons)) {
+        button->hide();
+        button->deleteLater();
+    }
     m_buttons.clear();
     const QList<MenuBarEntry> chosen = m_apps.chosen();
     for (const MenuBarEntry& entry : chosen) {

@@ -77,7 +77,11 @@ void MenuBarAppsSettings::sync()
 
 void MenuBarAppsSettings::rebuildEntries()
 {
-    qDeleteAll(m_rows);
+    // A row's own switch may be what changed the selection: it goes once its signal is done.
+    for (ToggleRow* row : std::as_const(m_rows)) {
+        row->hide();
+        row->deleteLater();
+    }
     m_rows.clear();
     for (const MenuBarEntry& entry : m_apps.entries()) {
         auto* select = new ToggleRow(entry.name, entry.detail);

@@ -102,12 +102,16 @@ std::optional<RunningApp> LinuxWorkspace::frontmostApp() const
     if (active && *active != 0) {
         pid = X11Support::cardinalProperty(*active, X11Support::atom("_NET_WM_PID"), XCB_ATOM_CARDINAL);
     } else if (xcb_connection_t* connection = X11Support::connection(); connection && !active) {
-        // Without a window manager nobody keeps the active window: the keyboard focus tells.
+        // Without a window manager nobody keeps the active window: the keyboard focus tells, for
+        // another application's window. Our own windows count as unknown there, as before: the
+        // panel takes the focus for typing, and it is not an application whose menus are read.
         xcb_get_input_focus_reply_t* focus =
             xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr);
         if (focus && focus->focus > 1)
             pid = windowPid(focus->focus);
         free(focus);
+        if (pid && qint64(*pid) == QCoreApplication::applicationPid())
+            pid.reset();
     }
     if (!pid)
         return std::nullopt;
