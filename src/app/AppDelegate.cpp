@@ -3,15 +3,16 @@
 #include "app/CoverPanel.h"
 #include "app/NotchPanel.h"
 #include "app/PanelPages.h"
+#include "commands/MenuBarApps.h"
 #include "media/TrackToast.h"
 #include "model/Model.h"
-#include "setup/LoginItemStore.h"
 #include "model/PanelState.h"
 #include "platform/Displays.h"
 #include "platform/HotKeys.h"
 #include "platform/KeyMonitor.h"
 #include "platform/StatusBar.h"
 #include "productivity/Productivity.h"
+#include "setup/LoginItemStore.h"
 #include "setup/OnboardingState.h"
 #include "shell/PanelController.h"
 #include "shell/widgets/PageRegistry.h"
@@ -64,6 +65,15 @@ void AppDelegate::launch()
     connectModel();
     connect(&m_model->productivity(), &Productivity::miniChanged, this, &AppDelegate::reposition);
 
+    // 4b. The menu-bar integration: its settings and menus open the panel.
+    MenuBarApps& menuApps = m_model->menuApps();
+    connect(&menuApps, &MenuBarApps::openSettings, this, [this] {
+        m_model->setSettingsSection(QStringLiteral("Menüleiste"));
+        expand(Page::settings, false);
+    });
+    menuApps.setStarted(true);
+    menuApps.configure();
+
     // 5. The track toast beside the notch.
     m_coverPanel = std::make_unique<CoverPanel>();
     m_trackToast = std::make_unique<TrackToast>(
@@ -71,12 +81,18 @@ void AppDelegate::launch()
                            [model = m_model.get()] {
                                return model->expanded() || model->captureBusy() || model->introActive();
                            },
-                           m_model->preferences(), m_platform.displays, m_platform.clock, m_platform.scheduler},
+                           m_model->preferences(), m_platform.displays, m_platform.clock,
+                           m_platform.scheduler},
         *m_coverPanel);
     connect(&m_model->panel(), &PanelState::expandedChanged, m_trackToast.get(),
             [toast = m_trackToast.get(), model = m_model.get()] { toast->panelExpanded(model->expanded()); });
     connect(m_trackToast.get(), &TrackToast::closeRequested, this, &AppDelegate::collapse);
     connect(m_model.get(), &Model::previewTrackToast, m_trackToast.get(), &TrackToast::preview);
+    // The same wing announces rising unread counters of watched menu-bar apps.
+    connect(&menuApps, &MenuBarApps::notification, m_trackToast.get(),
+            [toast = m_trackToast.get()](const MenuBarEntry& entry, int count) {
+                toast->announceUnread(entry.appID, entry.name, count);
+            });
 
     // 6. The status item. Its icon lives in the views library's resources, which a static link
     // leaves out unless asked for.
@@ -141,6 +157,9 @@ void AppDelegate::terminate()
         QCoreApplication::instance()->removeEventFilter(this);
     m_openMenus.clear();
     m_editMenu.uninstall();
+    // Other applications' items are theirs again.
+    disconnect(&m_model->menuApps(), nullptr, this, nullptr);
+    m_model->menuApps().shutdown();
     m_platform.statusBar.hide();
 }
 

@@ -1,6 +1,10 @@
 #include "app/PanelPages.h"
 
 #include "clipboard/widgets/HistoryPage.h"
+#include "commands/MenuCommands.h"
+#include "commands/widgets/CommandsPage.h"
+#include "commands/widgets/MenuBarAppsPane.h"
+#include "commands/widgets/MenuBarAppsSettings.h"
 #include "clipboard/widgets/HistorySettings.h"
 #include "devices/widgets/MicrophoneDot.h"
 #include "focus/widgets/ActivityPage.h"
@@ -78,6 +82,18 @@ void registerPanelPages(PageRegistry& pages, Model& model)
         QObject::connect(pane, &OnboardingPane::restartRequested, m, &Model::restartApp);
         return pane;
     });
+
+    // Menu commands and the menu-bar apps.
+    pages.addPage(Page::commands, [m] {
+        auto* page = new CommandsPage(m->menuCommands(), m->permissions());
+        QObject::connect(page, &CommandsPage::executeRequested, m, &Model::executeCommand);
+        QObject::connect(page, &CommandsPage::reloadRequested, m,
+                         [m] { m->readCommands(m->platform().workspace.frontmostApp()); });
+        QObject::connect(page, &CommandsPage::accessibilityRequested, m, &Model::accessibility);
+        return page;
+    });
+    pages.addPage(Page::menuApps, [m] { return new MenuBarAppsPane(m->menuApps()); });
+    pages.addSettings(QStringLiteral("Menüleiste"), 10, [m] { return new MenuBarAppsSettings(m->menuApps()); });
 
     pages.addSettings(QStringLiteral("Ansicht"), 10, [m] { return new ViewSettings(*m); });
     pages.addSettings(QStringLiteral("Bedienung"), 30,

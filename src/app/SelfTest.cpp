@@ -33,6 +33,8 @@ int runSelfTest()
         pass(SelfTestGroups::noteHistory());
         pass(SelfTestGroups::searchRules());
         pass(SelfTestGroups::mediaRules());
+        pass(SelfTestGroups::menuCommands());
+        pass(SelfTestGroups::menuBarCounters());
 
         Defaults defaults(domainName);
         MemoryPlatform memory;

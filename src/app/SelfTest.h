@@ -40,6 +40,9 @@ QString shelfAndSharing(Model& model, MemoryPlatform& memory);
 QString searchRules();
 // The music rules on their own (no model, no queue).
 QString mediaRules();
+// Menu commands and the menu-bar apps' counters, on the memory platform.
+QString menuCommands();
+QString menuBarCounters();
 
 } // namespace SelfTestGroups
 

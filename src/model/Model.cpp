@@ -3,6 +3,7 @@
 #include "capture/ScreenCapture.h"
 #include "clipboard/ClipboardArchive.h"
 #include "clipboard/ClipboardHistory.h"
+#include "commands/MenuBarApps.h"
 #include "commands/MenuCommands.h"
 #include "common/StatusMessage.h"
 #include "devices/DeviceStatus.h"
@@ -58,7 +59,12 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
 
     // 2. Owned stores in their order.
     m_onboarding = std::make_unique<OnboardingState>(defaults);
-    m_commands = std::make_unique<MenuCommands>();
+    m_commands = std::make_unique<MenuCommands>(
+        MenuCommands::Services{platform.accessibility, platform.workspace, platform.permissions, platform.scheduler,
+                               platform.clock},
+        *m_permissions);
+    m_menuApps = std::make_unique<MenuBarApps>(defaults, platform.statusBar, platform.displays, platform.scheduler,
+                                               *m_permissions);
     m_capture = std::make_unique<ScreenCapture>();
     m_productivity = std::make_unique<Productivity>(defaults, platform.clock);
     m_preferences = std::make_unique<Preferences>(defaults);
@@ -99,6 +105,16 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
 
     // 8. Trust follows the permission store.
     connect(m_permissions.get(), &PermissionStore::accessibilityChanged, this, &Model::accessibilityChanged);
+
+    // Menu commands: the commands page reads the frontmost application's menus whenever it comes
+    // into view, and again once access is granted while it shows.
+    connect(m_commands.get(), &MenuCommands::closeRequested, this, &Model::close);
+    connect(m_panel.get(), &PanelState::pageChanged, this, &Model::readCommandsIfShown);
+    connect(m_panel.get(), &PanelState::expandedChanged, this, &Model::readCommandsIfShown);
+    connect(m_permissions.get(), &PermissionStore::accessibilityChanged, this, [this] {
+        if (m_permissions->accessibility() && m_panel->expanded() && m_panel->page() == Page::commands)
+            QMetaObject::invokeMethod(this, [this] { readCommands(std::nullopt); }, Qt::QueuedConnection);
+    });
 
     // 9. A changed record is applied by the delegate, then the panel resizes.
     connect(m_preferences.get(), &Preferences::valuesAssigned, this, [this] {
@@ -333,6 +349,13 @@ void Model::seek(double seconds) { m_nowPlaying->seek(seconds); }
 QString Model::commandStatus() const { return m_commands->commandStatus(); }
 std::optional<RunningApp> Model::commandTarget() const { return m_commands->commandTarget(); }
 void Model::setCommandTarget(std::optional<RunningApp> app) { m_commands->setCommandTarget(std::move(app)); }
+void Model::readCommands(std::optional<RunningApp> app) { m_commands->readCommands(std::move(app)); }
+void Model::executeCommand(const CommandItem& item) { m_commands->executeCommand(item); }
+void Model::readCommandsIfShown()
+{
+    if (m_panel->expanded() && m_panel->page() == Page::commands)
+        readCommands(m_platform.workspace.frontmostApp());
+}
 bool Model::captureBusy() const { return m_capture->captureBusy(); }
 void Model::setCaptureBusy(bool busy) { m_capture->setCaptureBusy(busy); }
 

@@ -24,6 +24,7 @@ class Defaults;
 class DeviceStatus;
 class FocusTimer;
 class LoginItemStore;
+class MenuBarApps;
 class MenuCommands;
 class NowPlaying;
 class TrackToastSettings;
@@ -43,6 +44,7 @@ class WorkspaceLauncher;
 class StatusMessage;
 class QTimer;
 struct WorkspacePreset;
+struct CommandItem;
 
 // The application's state as one façade: it creates the areas' stores in their order, runs the
 // one-second heartbeat, and forwards the names every part of the program knows (`clips`,
@@ -80,6 +82,7 @@ public:
     DeviceStatus& deviceStatus() const { return *m_devices; }
     LoginItemStore& loginItem() const { return *m_loginItem; }
     MenuCommands& menuCommands() const { return *m_commands; }
+    MenuBarApps& menuApps() const { return *m_menuApps; }
     ScreenCapture& screenCapture() const { return *m_capture; }
 
     // Panel.
@@ -168,6 +171,9 @@ public:
     QString commandStatus() const;
     std::optional<RunningApp> commandTarget() const;
     void setCommandTarget(std::optional<RunningApp> app);
+    // Reads the menus of `app` (or of the previous target) for the commands page.
+    void readCommands(std::optional<RunningApp> app);
+    void executeCommand(const CommandItem& item);
     bool captureBusy() const;
     void setCaptureBusy(bool busy);
 
@@ -202,6 +208,8 @@ Q_SIGNALS:
 
 private:
     void startHeartbeat();
+    // The commands page came into view: read the frontmost application's menus.
+    void readCommandsIfShown();
     // The settings on disk: damaged data kept aside, writes that failed or came back.
     void reportStorageDamage();
     void reportWriteFailure();
@@ -217,6 +225,7 @@ private:
     std::unique_ptr<NowPlaying> m_nowPlaying;
     std::unique_ptr<TrackToastSettings> m_trackToastSettings;
     std::unique_ptr<MenuCommands> m_commands;
+    std::unique_ptr<MenuBarApps> m_menuApps;
     std::unique_ptr<ScreenCapture> m_capture;
     std::unique_ptr<DeviceStatus> m_devices;
     std::unique_ptr<LoginItemStore> m_loginItem;

@@ -21,6 +21,7 @@ class CameraActivity;
 class LoginItems;
 class SystemSettings;
 class PlayerBridge;
+class Accessibility;
 
 // The services one run of the application uses. Built in one place (the Linux bundle for the
 // real application, the memory bundle for tests and the self-test) and handed to the stores.
@@ -47,4 +48,5 @@ struct Platform
     LoginItems& loginItems;
     SystemSettings& systemSettings;
     PlayerBridge& players;
+    Accessibility& accessibility;
 };

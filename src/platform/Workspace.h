@@ -31,4 +31,8 @@ public:
     virtual bool relaunch() = 0;
     // Ends this program.
     virtual void terminate() = 0;
+    // The running application of a process; terminated when the process has gone.
+    virtual std::optional<RunningApp> runningApp(qint64 pid) const = 0;
+    // Brings the process's window to the front; false when it was refused or it has none.
+    virtual bool activate(qint64 pid) = 0;
 };

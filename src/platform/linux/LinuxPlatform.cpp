@@ -1,45 +1,40 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxAudioDevices.h"
 #include "platform/linux/LinuxCameraActivity.h"
 #include "platform/linux/LinuxDialogs.h"
-#include "platform/linux/LinuxLoginItems.h"
-#include "platform/linux/LinuxPowerSources.h"
-#include "platform/linux/LinuxSystemSettings.h"
 #include "platform/linux/LinuxDisplays.h"
 #include "platform/linux/LinuxFileSearch.h"
 #include "platform/linux/LinuxHotKeys.h"
 #include "platform/linux/LinuxKeyMonitor.h"
+#include "platform/linux/LinuxLoginItems.h"
 #include "platform/linux/LinuxPasteboard.h"
 #include "platform/linux/LinuxPermissions.h"
 #include "platform/linux/LinuxPlayerBridge.h"
 #include "platform/linux/LinuxPointer.h"
+#include "platform/linux/LinuxPowerSources.h"
 #include "platform/linux/LinuxSharing.h"
 #include "platform/linux/LinuxSound.h"
 #include "platform/linux/LinuxStatusBar.h"
+#include "platform/linux/LinuxSystemSettings.h"
 #include "platform/linux/LinuxWorkspace.h"
 
 #include <QGuiApplication>
 
 LinuxPlatform::LinuxPlatform()
     : m_pasteboard(std::make_unique<LinuxPasteboard>(QGuiApplication::clipboard())),
-      m_permissions(std::make_unique<LinuxPermissions>()),
-      m_sound(std::make_unique<LinuxSound>()),
-      m_workspace(std::make_unique<LinuxWorkspace>()),
-      m_displays(std::make_unique<LinuxDisplays>()),
-      m_pointer(std::make_unique<LinuxPointer>()),
-      m_hotKeys(std::make_unique<LinuxHotKeys>()),
-      m_keyMonitor(std::make_unique<LinuxKeyMonitor>()),
-      m_statusBar(std::make_unique<LinuxStatusBar>()),
-      m_dialogs(std::make_unique<LinuxDialogs>()),
-      m_fileSearch(std::make_unique<LinuxFileSearch>()),
-      m_sharing(std::make_unique<LinuxSharing>()),
-      m_powerSources(std::make_unique<LinuxPowerSources>()),
+      m_permissions(std::make_unique<LinuxPermissions>()), m_sound(std::make_unique<LinuxSound>()),
+      m_workspace(std::make_unique<LinuxWorkspace>()), m_displays(std::make_unique<LinuxDisplays>()),
+      m_pointer(std::make_unique<LinuxPointer>()), m_hotKeys(std::make_unique<LinuxHotKeys>()),
+      m_keyMonitor(std::make_unique<LinuxKeyMonitor>()), m_statusBar(std::make_unique<LinuxStatusBar>()),
+      m_dialogs(std::make_unique<LinuxDialogs>()), m_fileSearch(std::make_unique<LinuxFileSearch>()),
+      m_sharing(std::make_unique<LinuxSharing>()), m_powerSources(std::make_unique<LinuxPowerSources>()),
       m_audioDevices(std::make_unique<LinuxAudioDevices>()),
-      m_cameras(std::make_unique<LinuxCameraActivity>()),
-      m_loginItems(std::make_unique<LinuxLoginItems>()),
+      m_cameras(std::make_unique<LinuxCameraActivity>()), m_loginItems(std::make_unique<LinuxLoginItems>()),
       m_systemSettings(std::make_unique<LinuxSystemSettings>()),
-      m_players(std::make_unique<LinuxPlayerBridge>())
+      m_players(std::make_unique<LinuxPlayerBridge>()),
+      m_accessibility(std::make_unique<LinuxAccessibility>())
 {}
 
 LinuxPlatform::~LinuxPlatform() = default;
@@ -67,5 +62,6 @@ Platform LinuxPlatform::platform()
         .loginItems = *m_loginItems,
         .systemSettings = *m_systemSettings,
         .players = *m_players,
+        .accessibility = *m_accessibility,
     };
 }

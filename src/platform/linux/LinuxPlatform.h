@@ -24,6 +24,7 @@ class CameraActivity;
 class LoginItems;
 class SystemSettings;
 class PlayerBridge;
+class Accessibility;
 
 // The real services of a Linux desktop session (X11 or XWayland). Needs a QGuiApplication.
 class LinuxPlatform
@@ -58,4 +59,5 @@ private:
     std::unique_ptr<LoginItems> m_loginItems;
     std::unique_ptr<SystemSettings> m_systemSettings;
     std::unique_ptr<PlayerBridge> m_players;
+    std::unique_ptr<Accessibility> m_accessibility;
 };

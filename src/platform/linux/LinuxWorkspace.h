@@ -12,6 +12,8 @@ public:
     bool reveal(const QString& path) override;
     bool relaunch() override;
     void terminate() override;
+    std::optional<RunningApp> runningApp(qint64 pid) const override;
+    bool activate(qint64 pid) override;
 
     // Name and id of a process from /proc.
     static RunningApp describeProcess(qint64 pid);

@@ -3,6 +3,7 @@
 #include "common/Clock.h"
 #include "common/Scheduler.h"
 #include "platform/Platform.h"
+#include "platform/memory/MemoryAccessibility.h"
 #include "platform/memory/MemoryDevices.h"
 #include "platform/memory/MemoryDialogs.h"
 #include "platform/memory/MemoryFileSearch.h"
@@ -43,6 +44,7 @@ public:
             .loginItems = loginItems,
             .systemSettings = systemSettings,
             .players = players,
+            .accessibility = accessibility,
         };
     }
 
@@ -67,4 +69,5 @@ public:
     MemoryLoginItems loginItems;
     MemorySystemSettings systemSettings;
     MemoryPlayerBridge players;
+    MemoryAccessibility accessibility;
 };

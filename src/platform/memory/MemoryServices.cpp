@@ -143,3 +143,103 @@ void MemoryStatusBar::show(const QString& symbol, const QString& newTitle)
     visible = true;
     title = newTitle;
 }
+
+std::optional<RunningApp> MemoryWorkspace::runningApp(qint64 pid) const
+{
+    if (running.contains(pid))
+        return running.value(pid);
+    if (frontmost && frontmost->pid == pid)
+        return frontmost;
+    return std::nullopt;
+}
+
+bool MemoryWorkspace::activate(qint64 pid)
+{
+    const auto app = runningApp(pid);
+    if (refuseActivation || !app || app->terminated)
+        return false;
+    frontmost = app;
+    return true;
+}
+
+void MemoryStatusBar::showGroupItems(bool on)
+{
+    m_groupShown = on;
+    m_separatorLength = on ? 12 : 0;
+}
+
+std::optional<double> MemoryStatusBar::separatorLeftEdge() const
+{
+    if (!m_groupShown)
+        return std::nullopt;
+    return separatorEdge;
+}
+
+QList<TrayItem> MemoryStatusBar::trayItems()
+{
+    QMutexLocker lock(&m_mutex);
+    ++m_scans;
+    return m_items;
+}
+
+bool MemoryStatusBar::activateItem(const TrayItem& item)
+{
+    QMutexLocker lock(&m_mutex);
+    for (const TrayItem& known : std::as_const(m_items)) {
+        if (known.service == item.service && known.path == item.path) {
+            m_activations.append(item.service);
+            return true;
+        }
+    }
+    return false;
+}
+
+std::optional<QList<TrayMenuEntry>> MemoryStatusBar::itemMenu(const TrayItem& item)
+{
+    QMutexLocker lock(&m_mutex);
+    if (!m_menus.contains(item.service))
+        return std::nullopt;
+    return m_menus.value(item.service);
+}
+
+bool MemoryStatusBar::clickMenuEntry(const TrayItem& item, int entryId)
+{
+    QMutexLocker lock(&m_mutex);
+    if (!m_menus.contains(item.service))
+        return false;
+    m_clicks.append(item.service + QLatin1Char('#') + QString::number(entryId));
+    return true;
+}
+
+void MemoryStatusBar::setItems(const QList<TrayItem>& items)
+{
+    {
+        QMutexLocker lock(&m_mutex);
+        m_items = items;
+    }
+    Q_EMIT trayItemsChanged();
+}
+
+void MemoryStatusBar::setMenu(const QString& service, const QList<TrayMenuEntry>& menu)
+{
+    QMutexLocker lock(&m_mutex);
+    m_menus.insert(service, menu);
+}
+
+QStringList MemoryStatusBar::activations() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_activations;
+}
+
+QStringList MemoryStatusBar::clicks() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_clicks;
+}
+
+int MemoryStatusBar::scans() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_scans;
+}

@@ -99,8 +99,14 @@ public:
     bool reveal(const QString& path) override;
     bool relaunch() override;
     void terminate() override { ++terminations; }
+    std::optional<RunningApp> runningApp(qint64 pid) const override;
+    // Makes the running application with this pid frontmost, unless activation is refused.
+    bool activate(qint64 pid) override;
 
     std::optional<RunningApp> frontmost;
+    // Other running applications by pid (the frontmost one counts as running too).
+    QHash<qint64, RunningApp> running;
+    bool refuseActivation = false;
     // Paths that exist and open; everything else fails.
     QSet<QString> openable;
     QStringList opened;
@@ -177,4 +183,39 @@ public:
     void click() { Q_EMIT activated(); }
     bool visible = false;
     QString title;
+
+    void showGroupItems(bool on) override;
+    bool groupItemsShown() const override { return m_groupShown; }
+    void setSeparatorLength(double length) override { m_separatorLength = length; }
+    double separatorLength() const override { return m_separatorLength; }
+    std::optional<double> separatorLeftEdge() const override;
+    bool supportsHiding() const override { return hidingSupported; }
+    void startHost() override { hosting = true; }
+    void stopHost() override { hosting = false; }
+    QList<TrayItem> trayItems() override;
+    bool activateItem(const TrayItem& item) override;
+    std::optional<QList<TrayMenuEntry>> itemMenu(const TrayItem& item) override;
+    bool clickMenuEntry(const TrayItem& item, int entryId) override;
+
+    // Other applications' items; a change announces itself as the host would.
+    void setItems(const QList<TrayItem>& items);
+    void setMenu(const QString& service, const QList<TrayMenuEntry>& menu);
+    QStringList activations() const;
+    QStringList clicks() const;
+    int scans() const;
+
+    bool hidingSupported = true;
+    bool hosting = false;
+    // Where the separator's window starts while shown.
+    double separatorEdge = 900;
+
+private:
+    mutable QMutex m_mutex;
+    QList<TrayItem> m_items;
+    QHash<QString, QList<TrayMenuEntry>> m_menus;
+    QStringList m_activations;
+    QStringList m_clicks;
+    int m_scans = 0;
+    bool m_groupShown = false;
+    double m_separatorLength = 0;
 };

@@ -1,5 +1,6 @@
 #include "shell/widgets/ButtonRow.h"
 
+#include "commands/MenuBarApps.h"
 #include "commands/MenuCommands.h"
 #include "model/Model.h"
 #include "model/PanelState.h"
@@ -38,7 +39,10 @@ ButtonRow::ButtonRow(Model& model, QWidget* parent)
         connect(button, &SymbolButton::clicked, this, [this, action] { run(action); });
     }
     m_buttons.value(HeaderButtons::pin)->setCheckable(true);
-    m_buttons.value(HeaderButtons::menuApps)->hide();
+    // The menu-bar apps' button shows while the integration is on.
+    m_buttons.value(HeaderButtons::menuApps)->setVisible(model.menuApps().enabled());
+    connect(&model.menuApps(), &MenuBarApps::enabledChanged, this,
+            [this] { setMenuAppsEnabled(m_model.menuApps().enabled()); });
 
     const auto glyphFont = Symbol::font(17);
     m_more->setFont(glyphFont ? *glyphFont : PanelTheme::font(10));
@@ -95,6 +99,7 @@ void ButtonRow::run(HeaderButtons::Action action)
         break;
     case HeaderButtons::menuApps:
         Q_EMIT menuAppsRequested();
+        m_model.setPage(Page::menuApps);
         break;
     case HeaderButtons::capture:
         m_model.setPage(Page::capture);
