@@ -2,6 +2,7 @@
 
 #include "app/NotchPanel.h"
 #include "app/PanelPages.h"
+#include "capture/ScreenCapture.h"
 #include "model/Model.h"
 #include "model/PanelState.h"
 #include "platform/Displays.h"
@@ -110,6 +111,8 @@ void AppDelegate::terminate()
     if (!m_launched)
         return;
     m_launched = false;
+    // A recording still running is finished and saved, not cut off.
+    m_model->screenCapture().finishBeforeQuit();
     m_controller->stopPointerTimer();
     m_model->stopHeartbeat();
     m_controller->unregisterShortcut();

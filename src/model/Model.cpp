@@ -48,7 +48,6 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
     // 2. Owned stores in their order.
     m_onboarding = std::make_unique<OnboardingState>(defaults);
     m_commands = std::make_unique<MenuCommands>();
-    m_capture = std::make_unique<ScreenCapture>();
     m_devices = std::make_unique<DeviceStatus>();
     m_productivity = std::make_unique<Productivity>(defaults, platform.clock);
     m_preferences = std::make_unique<Preferences>(defaults);
@@ -93,6 +92,13 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
     m_shelf = std::make_unique<Shelf>(defaults);
     m_launcher = std::make_unique<WorkspaceLauncher>(platform.workspace, *m_message, *m_activity);
     m_permissionActions = std::make_unique<PermissionActions>(*m_permissions, platform.workspace, *m_message);
+
+    // Screen capture files into the shelf and the activity list, so it comes after both.
+    m_capture = std::make_unique<ScreenCapture>(
+        ScreenCapture::Services{platform.captureTool, platform.dialogs, platform.scheduler, platform.clock,
+                                platform.statusBar},
+        *m_panel, *m_message, *m_activity, *m_shelf);
+    connect(m_capture.get(), &ScreenCapture::visibilityRequested, this, &Model::captureVisibility);
 
     // 11. Every start with an empty activity list greets the user.
     m_activity->greetIfEmpty();
@@ -273,6 +279,9 @@ std::optional<RunningApp> Model::commandTarget() const { return m_commands->comm
 void Model::setCommandTarget(std::optional<RunningApp> app) { m_commands->setCommandTarget(std::move(app)); }
 bool Model::captureBusy() const { return m_capture->captureBusy(); }
 void Model::setCaptureBusy(bool busy) { m_capture->setCaptureBusy(busy); }
+QString Model::captureStatus() const { return m_capture->captureStatus(); }
+void Model::capture(CaptureKind kind) { m_capture->capture(kind); }
+void Model::stopRecording() { m_capture->stopRecording(); }
 
 void Model::launchWorkspace(const WorkspacePreset& preset) { m_launcher->launch(preset); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "capture/CaptureKind.h"
 #include "clipboard/Clip.h"
 #include "focus/Notice.h"
 #include "model/Page.h"
@@ -149,6 +150,10 @@ public:
     void setCommandTarget(std::optional<RunningApp> app);
     bool captureBusy() const;
     void setCaptureBusy(bool busy);
+    QString captureStatus() const;
+    // Save dialog, hidden panel, the tool, then the file on the shelf (see ScreenCapture).
+    void capture(CaptureKind kind);
+    void stopRecording();
 
     // Permissions and the tour.
     bool trusted() const;

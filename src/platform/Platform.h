@@ -12,6 +12,8 @@ class HotKeys;
 class KeyMonitor;
 class StatusBar;
 class Dialogs;
+class CaptureTool;
+class CameraFeed;
 
 // The services one run of the application uses. Built in one place (the Linux bundle for the
 // real application, the memory bundle for tests and the self-test) and handed to the stores.
@@ -29,4 +31,7 @@ struct Platform
     KeyMonitor& keyMonitor;
     StatusBar& statusBar;
     Dialogs& dialogs;
+    // Screenshots, recordings and the camera mirror.
+    CaptureTool& captureTool;
+    CameraFeed& cameraFeed;
 };

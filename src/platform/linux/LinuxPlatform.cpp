@@ -1,5 +1,7 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include "platform/linux/LinuxCameraFeed.h"
+#include "platform/linux/LinuxCaptureTool.h"
 #include "platform/linux/LinuxDialogs.h"
 #include "platform/linux/LinuxDisplays.h"
 #include "platform/linux/LinuxHotKeys.h"
@@ -19,7 +21,8 @@ LinuxPlatform::LinuxPlatform()
       m_workspace(std::make_unique<LinuxWorkspace>()), m_displays(std::make_unique<LinuxDisplays>()),
       m_pointer(std::make_unique<LinuxPointer>()), m_hotKeys(std::make_unique<LinuxHotKeys>()),
       m_keyMonitor(std::make_unique<LinuxKeyMonitor>()), m_statusBar(std::make_unique<LinuxStatusBar>()),
-      m_dialogs(std::make_unique<LinuxDialogs>())
+      m_dialogs(std::make_unique<LinuxDialogs>()), m_captureTool(std::make_unique<LinuxCaptureTool>()),
+      m_cameraFeed(std::make_unique<LinuxCameraFeed>())
 {}
 
 LinuxPlatform::~LinuxPlatform() = default;
@@ -27,5 +30,6 @@ LinuxPlatform::~LinuxPlatform() = default;
 Platform LinuxPlatform::platform()
 {
     return Platform{m_clock,     m_scheduler, *m_pasteboard, *m_permissions, *m_sound,     *m_workspace,
-                    *m_displays, *m_pointer,  *m_hotKeys,    *m_keyMonitor,  *m_statusBar, *m_dialogs};
+                    *m_displays, *m_pointer,  *m_hotKeys,    *m_keyMonitor,  *m_statusBar, *m_dialogs,
+                    *m_captureTool, *m_cameraFeed};
 }

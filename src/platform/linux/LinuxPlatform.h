@@ -16,6 +16,8 @@ class HotKeys;
 class KeyMonitor;
 class StatusBar;
 class Dialogs;
+class CaptureTool;
+class CameraFeed;
 
 // The real services of a Linux desktop session (X11 or XWayland). Needs a QGuiApplication.
 class LinuxPlatform
@@ -41,4 +43,6 @@ private:
     std::unique_ptr<KeyMonitor> m_keyMonitor;
     std::unique_ptr<StatusBar> m_statusBar;
     std::unique_ptr<Dialogs> m_dialogs;
+    std::unique_ptr<CaptureTool> m_captureTool;
+    std::unique_ptr<CameraFeed> m_cameraFeed;
 };

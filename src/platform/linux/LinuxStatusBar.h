@@ -2,6 +2,7 @@
 
 #include "platform/StatusBar.h"
 
+class QAction;
 class QMenu;
 class QSystemTrayIcon;
 
@@ -15,8 +16,12 @@ public:
 
     void show(const QString& symbol, const QString& title) override;
     void hide() override;
+    void setStopEntry(const QString& title, bool visible) override;
 
 private:
     QSystemTrayIcon* m_icon = nullptr;
     QMenu* m_menu = nullptr;
+    QAction* m_stop = nullptr;
+    QString m_stopTitle;
+    bool m_stopVisible = false;
 };

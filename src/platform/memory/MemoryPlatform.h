@@ -3,6 +3,8 @@
 #include "common/Clock.h"
 #include "common/Scheduler.h"
 #include "platform/Platform.h"
+#include "platform/memory/MemoryCameraFeed.h"
+#include "platform/memory/MemoryCaptureTool.h"
 #include "platform/memory/MemoryDialogs.h"
 #include "platform/memory/MemoryServices.h"
 
@@ -19,7 +21,8 @@ public:
     Platform platform(Pasteboard& clipboard)
     {
         return Platform{clock,    scheduler, clipboard, permissions, sound,     workspace,
-                        displays, pointer,   hotKeys,   keyMonitor,  statusBar, dialogs};
+                        displays, pointer,   hotKeys,   keyMonitor,  statusBar, dialogs,
+                        captureTool, cameraFeed};
     }
 
     ManualClock clock;
@@ -34,4 +37,6 @@ public:
     MemoryKeyMonitor keyMonitor;
     MemoryStatusBar statusBar;
     MemoryDialogs dialogs;
+    MemoryCaptureTool captureTool;
+    MemoryCameraFeed cameraFeed;
 };
