@@ -202,7 +202,7 @@ private Q_SLOTS:
         QFile fake(bin.filePath(QStringLiteral("maim")));
         QVERIFY(fake.open(QIODevice::WriteOnly));
         fake.write("#!/bin/sh\nfor a in \"$@\"; do last=\"$a\"; done\nprintf x > \"$last\"\n"
-                   "head -c 1048576 /dev/zero | tr '\\0' 'e' >&2\nkill -SEGV $$\n");
+                   "/usr/bin/head -c 1048576 /dev/zero | /usr/bin/tr '\\0' 'e' >&2\nkill -SEGV $$\n");
         fake.close();
         fake.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QVERIFY(rig.run(CaptureKind::screenshot, folder.filePath(QStringLiteral("b.png")),
