@@ -100,7 +100,7 @@ int main(int argc, char** argv)
         std::printf("own CPU while recording:           %6.2f %% of one core (%.0f ms in %.1f s)\n",
                     100.0 * cpu / (wall.elapsed() / 1000.0), cpu * 1000, wall.elapsed() / 1000.0);
         capture.stopRecording();
-        QTest::qWaitFor([&] { return !capture.captureBusy(); }, 20000);
+        QTest::qWaitFor([&] { return !capture.recordingActive(); }, 20000);
         std::printf("recording result: %s\n", qPrintable(capture.captureStatus()));
 
         // 4. Mirror start to first picture, when there is a camera.

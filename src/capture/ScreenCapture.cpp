@@ -86,7 +86,7 @@ QString ScreenCapture::extension(CaptureKind kind) const
 
 void ScreenCapture::capture(CaptureKind kind)
 {
-    if (m_captureBusy)
+    if (m_captureBusy || m_pending)
         return;
     const CaptureTool::Mode mode = CaptureKinds::mode(kind);
     const QString extension = m_services.tool.extension(mode);
@@ -99,10 +99,11 @@ void ScreenCapture::capture(CaptureKind kind)
     request.startFolder = startFolder(kind);
 
     m_panel.addInteractionLock();
+    m_lockHeld = true;
     setCaptureBusy(true);
     m_services.dialogs.save(request, this, [this, kind](std::optional<QUrl> location) {
         if (!location || !location->isLocalFile() || location->toLocalFile().isEmpty()) {
-            m_panel.releaseInteractionLock();
+            releasePanel();
             setCaptureBusy(false);
             return;
         }
@@ -136,7 +137,22 @@ void ScreenCapture::launch()
         return;
     }
     m_launched = true;
-    setRecordingActive(pending.kind == CaptureKind::video);
+    if (pending.kind != CaptureKind::video)
+        return;
+    // The recording runs until the user stops it: the panel comes back meanwhile, so its stop
+    // button can be reached, and opens and closes as usual; a second capture still waits.
+    setRecordingActive(true);
+    releasePanel();
+    setCaptureBusy(false);
+    Q_EMIT visibilityRequested(false);
+}
+
+void ScreenCapture::releasePanel()
+{
+    if (!m_lockHeld)
+        return;
+    m_lockHeld = false;
+    m_panel.releaseInteractionLock();
 }
 
 void ScreenCapture::stopRecording()
@@ -206,7 +222,7 @@ void ScreenCapture::finishCapture(const QString& message)
     m_launched = false;
     setRecordingActive(false);
     setCaptureBusy(false);
-    m_panel.releaseInteractionLock();
+    releasePanel();
     setCaptureStatus(message);
     m_message.setText(message);
     Q_EMIT visibilityRequested(false);

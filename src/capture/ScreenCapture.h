@@ -18,9 +18,10 @@ class StatusBar;
 class StatusMessage;
 
 // Screenshots and recordings: ask where to save, hide the panel, let the capture tool write a
-// hidden file beside the destination, then move it into place and put it on the shelf. While a
-// capture runs (from the save dialog until it is finished) the panel neither opens nor closes on
-// its own: the capture holds one interaction lock. Main thread only.
+// hidden file beside the destination, then move it into place and put it on the shelf. From the
+// save dialog until the file is in place the panel neither opens nor closes on its own (the
+// capture holds one interaction lock); a screen recording gives the panel back once it runs, so
+// that the page's stop button stays in reach. Main thread only.
 class ScreenCapture : public QObject
 {
     Q_OBJECT
@@ -47,7 +48,8 @@ public:
     bool captureBusy() const { return m_captureBusy; }
     void setCaptureBusy(bool busy);
     const QString& captureStatus() const { return m_captureStatus; }
-    // A recording's tool runs: it can be stopped from the page or the tray.
+    // A recording's tool runs: it can be stopped from the page or the tray. captureBusy is false
+    // meanwhile (the panel is usable), yet no second capture starts.
     bool recordingActive() const { return m_recordingActive; }
     // The file type of a kind as it is written here: "png", "mp4" …
     QString extension(CaptureKind kind) const;
@@ -81,6 +83,7 @@ private:
     static bool moveIntoPlace(const QString& temporary, const QString& destination);
     void finishCapture(const QString& message);
     void setRecordingActive(bool active);
+    void releasePanel();
     void setCaptureStatus(const QString& status);
 
     Services m_services;
@@ -93,4 +96,5 @@ private:
     QString m_captureStatus;
     std::optional<Pending> m_pending;
     bool m_launched = false;
+    bool m_lockHeld = false;
 };

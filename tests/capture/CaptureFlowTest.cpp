@@ -204,13 +204,22 @@ private Q_SLOTS:
         QTemporaryDir folder;
         const QString destination = folder.filePath(QStringLiteral("movie.mp4"));
         QVERIFY(!memory().statusBar.clickStop());
+        QSignalSpy visibility(&model(), &Model::captureVisibility);
         launchTo(CaptureKind::video, destination);
         QVERIFY(capture().recordingActive());
         QCOMPARE(memory().statusBar.stopTitle, QStringLiteral("Aufnahme beenden"));
+        // While it records the panel is back and free, but no second capture starts.
+        QCOMPARE(visibility.size(), 2);
+        QCOMPARE(visibility.last().at(0).toBool(), false);
+        QVERIFY(!model().captureBusy());
+        QCOMPARE(model().interactionLocks(), 0);
+        model().capture(CaptureKind::screenshot);
+        QCOMPARE(memory().dialogs.saveCount(), 0);
         QVERIFY(memory().statusBar.clickStop());
         QCOMPARE(readAll(destination), memory().captureTool.recorded);
         QVERIFY(!memory().statusBar.stopVisible);
         QCOMPARE(model().notices().first().title, QStringLiteral("Bildschirmaufnahme"));
+        QCOMPARE(model().interactionLocks(), 0);
 
         // Quitting in the middle of a recording still files it.
         const QString second = folder.filePath(QStringLiteral("quit.mp4"));

@@ -41,7 +41,8 @@ struct Rig
     }
     bool finished()
     {
-        return QTest::qWaitFor([this] { return !capture.captureBusy(); }, 30000);
+        return QTest::qWaitFor([this] { return !capture.captureBusy() && !capture.recordingActive(); },
+                               30000);
     }
 
     ModelFixture fixture;
@@ -154,7 +155,7 @@ private Q_SLOTS:
             QVERIFY(QTest::qWaitFor([&] { return writtenBytes(m_root.path()) > 0; }, 20000));
             QTest::qWait(500);
             rig.capture.finishBeforeQuit();
-            QVERIFY(!rig.capture.captureBusy());
+            QVERIFY(!rig.capture.recordingActive());
             QCOMPARE(rig.fixture.model->files().size(), 1);
         }
         QString codec;

@@ -81,8 +81,9 @@ void CapturePane::sync()
     m_video->setText(PanelTheme::buttonText(CaptureKinds::displayName(CaptureKind::video) +
                                             QLatin1Char('\n') + videoDetail));
     m_video->setAccessibleDescription(videoDetail);
-    m_screenshot->setEnabled(!capture.captureBusy());
-    m_video->setEnabled(!capture.captureBusy());
+    const bool idle = !capture.captureBusy() && !capture.recordingActive();
+    m_screenshot->setEnabled(idle);
+    m_video->setEnabled(idle);
     m_stop->setVisible(capture.recordingActive());
     m_status->setText(capture.captureStatus());
     m_status->setVisible(!capture.captureStatus().isEmpty());
