@@ -17,15 +17,37 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QTest>
+#include <QThread>
+#include <QTimer>
 #include <QUuid>
 
 #include <cstdio>
 #include <ctime>
 
 namespace {
+
+// Runs the event loop until `done` holds or `ms` have passed.
+template <typename Done> bool waitFor(Done done, int ms)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!done() && timer.elapsed() < ms) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        QThread::usleep(500);
+    }
+    return done();
+}
+
+// The plain event loop, as the running program idles (no polling of our own to measure).
+void idle(int ms)
+{
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
+}
 
 double cpuSeconds()
 {
@@ -61,11 +83,11 @@ int main(int argc, char** argv)
         QElapsedTimer timer;
         timer.start();
         capture.capture(CaptureKind::screenshot);
-        QTest::qWaitFor([&] { return tool.running(); }, 5000);
+        waitFor([&] { return tool.running(); }, 5000);
         std::printf("click -> selection running:       %6.0f ms (goal < 400, 300 of them the pause)\n",
                     double(timer.elapsed()));
         capture.stopRecording(); // cancels the selection
-        QTest::qWaitFor([&] { return !capture.captureBusy(); }, 5000);
+        waitFor([&] { return !capture.captureBusy(); }, 5000);
 
         // 2. Chosen area to the file on the shelf: the flow with a fixed area, minus the pause.
         for (int round = 0; round < 5; ++round) {
@@ -76,7 +98,7 @@ int main(int argc, char** argv)
             qint64 launched = -1;
             shot.start();
             capture.capture(CaptureKind::screenshot);
-            QTest::qWaitFor(
+            waitFor(
                 [&] {
                     if (launched < 0 && tool.running())
                         launched = shot.elapsed();
@@ -91,16 +113,16 @@ int main(int argc, char** argv)
         qputenv("BRENLOW_CAPTURE_GEOMETRY", "1280x720+0+0");
         qputenv("BRENLOW_CAPTURE_DESTINATION", folder.filePath(QStringLiteral("rec.mp4")).toUtf8());
         capture.capture(CaptureKind::video);
-        QTest::qWaitFor([&] { return capture.recordingActive(); }, 5000);
+        waitFor([&] { return capture.recordingActive(); }, 5000);
         const double cpuBefore = cpuSeconds();
         QElapsedTimer wall;
         wall.start();
-        QTest::qWait(3000);
+        idle(3000);
         const double cpu = cpuSeconds() - cpuBefore;
         std::printf("own CPU while recording:           %6.2f %% of one core (%.0f ms in %.1f s)\n",
                     100.0 * cpu / (wall.elapsed() / 1000.0), cpu * 1000, wall.elapsed() / 1000.0);
         capture.stopRecording();
-        QTest::qWaitFor([&] { return !capture.recordingActive(); }, 20000);
+        waitFor([&] { return !capture.recordingActive(); }, 20000);
         std::printf("recording result: %s\n", qPrintable(capture.captureStatus()));
 
         // 4. Mirror start to first picture, when there is a camera.
@@ -109,8 +131,7 @@ int main(int argc, char** argv)
         QElapsedTimer start;
         start.start();
         mirror.start();
-        QTest::qWaitFor([&] { return !mirror.frame().isNull() || (!mirror.starting() && !mirror.running()); },
-                        10000);
+        waitFor([&] { return !mirror.frame().isNull() || (!mirror.starting() && !mirror.running()); }, 10000);
         if (mirror.frame().isNull())
             std::printf("mirror: %s\n", qPrintable(mirror.status()));
         else

@@ -28,6 +28,18 @@ bool looksBuiltIn(const QCameraDevice& device)
            name.contains(QStringLiteral("Built-in"), Qt::CaseInsensitive);
 }
 
+// Qt Multimedia sets itself up on first use and wants that to happen on the main thread, where
+// this feed lives; the mirror's queue asks from its own thread and waits for the answer.
+QList<QCameraDevice> videoInputs(QObject* mainThreadObject)
+{
+    if (QThread::currentThread() == mainThreadObject->thread())
+        return QMediaDevices::videoInputs();
+    QList<QCameraDevice> inputs;
+    QMetaObject::invokeMethod(
+        mainThreadObject, [&inputs] { inputs = QMediaDevices::videoInputs(); }, Qt::BlockingQueuedConnection);
+    return inputs;
+}
+
 } // namespace
 
 LinuxCameraFeed::LinuxCameraFeed(QObject* parent) : CameraFeed(parent)
@@ -72,7 +84,7 @@ void LinuxCameraFeed::requestAccess(QObject* context, std::function<void(bool)> 
 QList<CameraFeed::Device> LinuxCameraFeed::devices()
 {
     QList<Device> found;
-    for (const QCameraDevice& device : QMediaDevices::videoInputs())
+    for (const QCameraDevice& device : videoInputs(this))
         found.append(Device{device.id(), device.description(),
                             looksBuiltIn(device) ? DeviceType::builtInWideAngle : DeviceType::external});
     return found;
@@ -81,7 +93,7 @@ QList<CameraFeed::Device> LinuxCameraFeed::devices()
 CameraFeed::StartResult LinuxCameraFeed::start(const Device& device)
 {
     QCameraDevice chosen;
-    for (const QCameraDevice& candidate : QMediaDevices::videoInputs())
+    for (const QCameraDevice& candidate : videoInputs(this))
         if (candidate.id() == device.id)
             chosen = candidate;
     // A null device would make Qt's GStreamer backend show its own test picture: never that.
