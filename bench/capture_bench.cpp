@@ -72,8 +72,8 @@ int main(int argc, char** argv)
         LinuxDialogs dialogs;
         TimerScheduler scheduler;
         SystemClock clock;
-        ScreenCapture capture({tool, dialogs, scheduler, clock, memory.statusBar}, model.panel(),
-                              model.statusMessage(), model.activity(), model.shelf());
+        ScreenCapture capture({tool, dialogs, scheduler, clock, memory.statusBar}, model.statusMessage(),
+                              model.activity(), model.shelf());
         QTemporaryDir folder;
         tool.extension(CaptureTool::Mode::video); // the encoder probe, as the page does when shown
 

@@ -5,7 +5,6 @@
 #include "common/Scheduler.h"
 #include "common/StatusMessage.h"
 #include "focus/ActivityLog.h"
-#include "model/PanelState.h"
 #include "platform/Dialogs.h"
 #include "platform/StatusBar.h"
 #include "productivity/Shelf.h"
@@ -39,10 +38,9 @@ QString startFolder(CaptureKind kind)
 
 } // namespace
 
-ScreenCapture::ScreenCapture(Services services, PanelState& panel, StatusMessage& message,
-                             ActivityLog& activity, Shelf& shelf, QObject* parent)
-    : QObject(parent), m_services(services), m_panel(panel), m_message(message), m_activity(activity),
-      m_shelf(shelf)
+ScreenCapture::ScreenCapture(Services services, StatusMessage& message, ActivityLog& activity, Shelf& shelf,
+                             QObject* parent)
+    : QObject(parent), m_services(services), m_message(message), m_activity(activity), m_shelf(shelf)
 {
     connect(&m_services.tool, &CaptureTool::finished, this, &ScreenCapture::toolFinished);
     connect(&m_services.statusBar, &StatusBar::stopRequested, this, &ScreenCapture::stopRecording);
@@ -98,8 +96,8 @@ void ScreenCapture::capture(CaptureKind kind)
     request.extension = extension;
     request.startFolder = startFolder(kind);
 
-    m_panel.addInteractionLock();
     m_lockHeld = true;
+    Q_EMIT panelLockChanged(true);
     setCaptureBusy(true);
     m_services.dialogs.save(request, this, [this, kind](std::optional<QUrl> location) {
         if (!location || !location->isLocalFile() || location->toLocalFile().isEmpty()) {
@@ -152,7 +150,7 @@ void ScreenCapture::releasePanel()
     if (!m_lockHeld)
         return;
     m_lockHeld = false;
-    m_panel.releaseInteractionLock();
+    Q_EMIT panelLockChanged(false);
 }
 
 void ScreenCapture::stopRecording()

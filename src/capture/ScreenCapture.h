@@ -11,7 +11,6 @@
 class ActivityLog;
 class Clock;
 class Dialogs;
-class PanelState;
 class Scheduler;
 class Shelf;
 class StatusBar;
@@ -41,8 +40,8 @@ public:
         Clock& clock;
         StatusBar& statusBar;
     };
-    ScreenCapture(Services services, PanelState& panel, StatusMessage& message, ActivityLog& activity,
-                  Shelf& shelf, QObject* parent = nullptr);
+    ScreenCapture(Services services, StatusMessage& message, ActivityLog& activity, Shelf& shelf,
+                  QObject* parent = nullptr);
     ~ScreenCapture() override;
 
     bool captureBusy() const { return m_captureBusy; }
@@ -67,6 +66,8 @@ Q_SIGNALS:
     void recordingActiveChanged();
     // true: hide the panel for the capture; false: show it again.
     void visibilityRequested(bool hidden);
+    // The capture takes (true) or gives back (false) its hold on the open panel.
+    void panelLockChanged(bool held);
 
 private:
     struct Pending
@@ -87,7 +88,6 @@ private:
     void setCaptureStatus(const QString& status);
 
     Services m_services;
-    PanelState& m_panel;
     StatusMessage& m_message;
     ActivityLog& m_activity;
     Shelf& m_shelf;

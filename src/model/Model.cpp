@@ -1,5 +1,6 @@
 #include "model/Model.h"
 
+#include "capture/CaptureKind.h"
 #include "capture/ScreenCapture.h"
 #include "clipboard/ClipboardArchive.h"
 #include "clipboard/ClipboardHistory.h"
@@ -94,11 +95,17 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
     m_permissionActions = std::make_unique<PermissionActions>(*m_permissions, platform.workspace, *m_message);
 
     // Screen capture files into the shelf and the activity list, so it comes after both.
-    m_capture = std::make_unique<ScreenCapture>(
-        ScreenCapture::Services{platform.captureTool, platform.dialogs, platform.scheduler, platform.clock,
-                                platform.statusBar},
-        *m_panel, *m_message, *m_activity, *m_shelf);
+    m_capture = std::make_unique<ScreenCapture>(ScreenCapture::Services{platform.captureTool,
+                                                                        platform.dialogs, platform.scheduler,
+                                                                        platform.clock, platform.statusBar},
+                                                *m_message, *m_activity, *m_shelf);
     connect(m_capture.get(), &ScreenCapture::visibilityRequested, this, &Model::captureVisibility);
+    connect(m_capture.get(), &ScreenCapture::panelLockChanged, m_panel.get(), [this](bool held) {
+        if (held)
+            m_panel->addInteractionLock();
+        else
+            m_panel->releaseInteractionLock();
+    });
 
     // 11. Every start with an empty activity list greets the user.
     m_activity->greetIfEmpty();

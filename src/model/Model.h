@@ -1,6 +1,5 @@
 #pragma once
 
-#include "capture/CaptureKind.h"
 #include "clipboard/Clip.h"
 #include "focus/Notice.h"
 #include "model/Page.h"
@@ -19,6 +18,7 @@
 #include <optional>
 
 class ActivityLog;
+enum class CaptureKind;
 class ClipboardArchive;
 class ClipboardHistory;
 class Defaults;

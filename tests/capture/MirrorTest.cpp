@@ -145,7 +145,7 @@ private Q_SLOTS:
         ModelFixture fixture;
         MemoryCameraFeed& feed = fixture.memory.cameraFeed;
         feed.setDevices({usb});
-        CapturePage page(*fixture.model, feed);
+        CapturePage page(fixture.model->screenCapture(), feed);
         page.resize(600, 400);
         page.show();
         QVERIFY(!page.mirrorPane());

@@ -5,7 +5,7 @@
 class CameraFeed;
 class CameraMirrorPane;
 class CapturePane;
-class Model;
+class ScreenCapture;
 class QStackedWidget;
 class SegmentedControl;
 
@@ -15,17 +15,20 @@ class CapturePage : public QWidget
 {
     Q_OBJECT
 public:
-    CapturePage(Model& model, CameraFeed& cameras, QWidget* parent = nullptr);
+    CapturePage(ScreenCapture& capture, CameraFeed& cameras, QWidget* parent = nullptr);
 
     SegmentedControl* choice() const { return m_choice; }
     CapturePane* capturePane() const { return m_capture; }
     // While the mirror is chosen.
     CameraMirrorPane* mirrorPane() const { return m_mirror; }
 
+Q_SIGNALS:
+    // A privacy settings location ("Privacy_ScreenCapture", "Privacy_Camera") should open.
+    void settingsRequested(const QString& anchor);
+
 private:
     void choose(const QString& label);
 
-    Model& m_model;
     CameraFeed& m_cameras;
     SegmentedControl* m_choice;
     QStackedWidget* m_stack;

@@ -3,7 +3,6 @@
 #include "capture/CaptureKind.h"
 #include "capture/CapturePageTexts.h"
 #include "capture/ScreenCapture.h"
-#include "model/Model.h"
 #include "ui/PanelTheme.h"
 #include "ui/TextLabel.h"
 
@@ -24,8 +23,8 @@ QPushButton* captureButton(const QString& name, const QString& detail)
 
 } // namespace
 
-CapturePane::CapturePane(Model& model, QWidget* parent)
-    : QWidget(parent), m_model(model),
+CapturePane::CapturePane(ScreenCapture& capture, QWidget* parent)
+    : QWidget(parent), m_capture(capture),
       m_screenshot(captureButton(CaptureKinds::displayName(CaptureKind::screenshot),
                                  CapturePageTexts::screenshotDetail())),
       m_video(captureButton(CaptureKinds::displayName(CaptureKind::video), QString())),
@@ -50,12 +49,12 @@ CapturePane::CapturePane(Model& model, QWidget* parent)
     column->addWidget(permission, 0, Qt::AlignLeft);
     column->addStretch(1);
 
-    connect(m_screenshot, &QPushButton::clicked, this, [this] { m_model.capture(CaptureKind::screenshot); });
-    connect(m_video, &QPushButton::clicked, this, [this] { m_model.capture(CaptureKind::video); });
-    connect(m_stop, &QPushButton::clicked, &m_model, &Model::stopRecording);
+    connect(m_screenshot, &QPushButton::clicked, this,
+            [this] { m_capture.capture(CaptureKind::screenshot); });
+    connect(m_video, &QPushButton::clicked, this, [this] { m_capture.capture(CaptureKind::video); });
+    connect(m_stop, &QPushButton::clicked, &m_capture, &ScreenCapture::stopRecording);
     connect(permission, &QPushButton::clicked, this,
-            [this] { m_model.openPermissionSettings(CapturePageTexts::permissionAnchor()); });
-    const ScreenCapture& capture = m_model.screenCapture();
+            [this] { Q_EMIT permissionSettingsRequested(CapturePageTexts::permissionAnchor()); });
     connect(&capture, &ScreenCapture::captureBusyChanged, this, &CapturePane::sync);
     connect(&capture, &ScreenCapture::captureStatusChanged, this, &CapturePane::sync);
     connect(&capture, &ScreenCapture::recordingActiveChanged, this, &CapturePane::sync);
@@ -76,7 +75,7 @@ void CapturePane::showEvent(QShowEvent* event)
 
 void CapturePane::sync()
 {
-    const ScreenCapture& capture = m_model.screenCapture();
+    const ScreenCapture& capture = m_capture;
     const QString videoDetail = CapturePageTexts::videoDetail(capture.extension(CaptureKind::video));
     m_video->setText(PanelTheme::buttonText(CaptureKinds::displayName(CaptureKind::video) +
                                             QLatin1Char('\n') + videoDetail));

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-class Model;
+class ScreenCapture;
 class QLabel;
 class QPushButton;
 
@@ -12,12 +12,16 @@ class CapturePane : public QWidget
 {
     Q_OBJECT
 public:
-    explicit CapturePane(Model& model, QWidget* parent = nullptr);
+    explicit CapturePane(ScreenCapture& capture, QWidget* parent = nullptr);
 
     QPushButton* screenshotButton() const { return m_screenshot; }
     QPushButton* videoButton() const { return m_video; }
     QPushButton* stopButton() const { return m_stop; }
     QString statusText() const;
+
+Q_SIGNALS:
+    // "Berechtigung für Bildschirmaufnahme öffnen".
+    void permissionSettingsRequested(const QString& anchor);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -25,7 +29,7 @@ protected:
 private:
     void sync();
 
-    Model& m_model;
+    ScreenCapture& m_capture;
     QPushButton* m_screenshot;
     QPushButton* m_video;
     QPushButton* m_stop;
