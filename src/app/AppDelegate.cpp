@@ -3,6 +3,7 @@
 #include "app/CoverPanel.h"
 #include "app/NotchPanel.h"
 #include "app/PanelPages.h"
+#include "capture/ScreenCapture.h"
 #include "commands/MenuBarApps.h"
 #include "media/TrackToast.h"
 #include "model/Model.h"
@@ -145,6 +146,8 @@ void AppDelegate::terminate()
         return;
     m_launched = false;
     m_trackToast->hide();
+    // A recording still running is finished and saved, not cut off.
+    m_model->screenCapture().finishBeforeQuit();
     m_controller->stopPointerTimer();
     m_model->stopHeartbeat();
     m_controller->unregisterShortcut();

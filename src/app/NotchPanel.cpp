@@ -86,7 +86,11 @@ void NotchPanel::orderFront()
 
 void NotchPanel::orderOut()
 {
-    m_animation->stop();
+    // A frame animation cut short would leave the window at an old size for its next showing.
+    if (m_animation->state() != QAbstractAnimation::Stopped) {
+        m_animation->stop();
+        setGeometry(m_animation->endValue().toRect());
+    }
     hide();
 }
 

@@ -1,5 +1,7 @@
 #include "app/PanelPages.h"
 
+#include "capture/ScreenCapture.h"
+#include "capture/widgets/CapturePage.h"
 #include "clipboard/widgets/HistoryPage.h"
 #include "commands/MenuCommands.h"
 #include "commands/widgets/CommandsPage.h"
@@ -66,6 +68,11 @@ void registerPanelPages(PageRegistry& pages, Model& model)
     });
     pages.addPage(Page::clipboard, [m, &platform] {
         return new HistoryPage(m->clipboardHistory(), m->productivity(), platform.clock, platform.scheduler);
+    });
+    pages.addPage(Page::capture, [m, &platform] {
+        auto* page = new CapturePage(m->screenCapture(), platform.cameraFeed);
+        QObject::connect(page, &CapturePage::settingsRequested, m, &Model::openPermissionSettings);
+        return page;
     });
     pages.addPage(Page::events, [m] { return new ActivityPage(m->activity()); });
     pages.addPage(Page::settings, [m, &pages] { return new SettingsPane(m->panel(), pages); });

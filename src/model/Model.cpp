@@ -1,5 +1,6 @@
 #include "model/Model.h"
 
+#include "capture/CaptureKind.h"
 #include "capture/ScreenCapture.h"
 #include "clipboard/ClipboardArchive.h"
 #include "clipboard/ClipboardHistory.h"
@@ -60,12 +61,11 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
     // 2. Owned stores in their order.
     m_onboarding = std::make_unique<OnboardingState>(defaults);
     m_commands = std::make_unique<MenuCommands>(
-        MenuCommands::Services{platform.accessibility, platform.workspace, platform.permissions, platform.scheduler,
-                               platform.clock},
+        MenuCommands::Services{platform.accessibility, platform.workspace, platform.permissions,
+                               platform.scheduler, platform.clock},
         *m_permissions);
-    m_menuApps = std::make_unique<MenuBarApps>(defaults, platform.statusBar, platform.displays, platform.scheduler,
-                                               *m_permissions);
-    m_capture = std::make_unique<ScreenCapture>();
+    m_menuApps = std::make_unique<MenuBarApps>(defaults, platform.statusBar, platform.displays,
+                                               platform.scheduler, *m_permissions);
     m_productivity = std::make_unique<Productivity>(defaults, platform.clock);
     m_preferences = std::make_unique<Preferences>(defaults);
 
@@ -89,8 +89,8 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
     m_loginItem = std::make_unique<LoginItemStore>(platform.loginItems, defaults);
 
     // 5. The players (the recording switch came with the history) and the track toast's settings.
-    m_nowPlaying = std::make_unique<NowPlaying>(defaults, platform.players, platform.clock, platform.scheduler,
-                                                *m_message);
+    m_nowPlaying = std::make_unique<NowPlaying>(defaults, platform.players, platform.clock,
+                                                platform.scheduler, *m_message);
     m_trackToastSettings = std::make_unique<TrackToastSettings>(defaults);
 
     // 6. Focus timer.
@@ -113,7 +113,8 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
     connect(m_panel.get(), &PanelState::expandedChanged, this, &Model::readCommandsIfShown);
     connect(m_permissions.get(), &PermissionStore::accessibilityChanged, this, [this] {
         if (m_permissions->accessibility() && m_panel->expanded() && m_panel->page() == Page::commands)
-            QMetaObject::invokeMethod(this, [this] { readCommands(std::nullopt); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                this, [this] { readCommands(std::nullopt); }, Qt::QueuedConnection);
     });
 
     // 9. A changed record is applied by the delegate, then the panel resizes.
@@ -139,6 +140,19 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
     m_permissionActions = std::make_unique<PermissionActions>(*m_permissions, platform.workspace,
                                                               platform.systemSettings, *m_message);
     connect(m_permissionActions.get(), &PermissionActions::closeRequested, this, &Model::close);
+
+    // Screen capture files into the shelf and the activity list, so it comes after both.
+    m_capture = std::make_unique<ScreenCapture>(ScreenCapture::Services{platform.captureTool,
+                                                                        platform.dialogs, platform.scheduler,
+                                                                        platform.clock, platform.statusBar},
+                                                *m_message, *m_activity, *m_shelf);
+    connect(m_capture.get(), &ScreenCapture::visibilityRequested, this, &Model::captureVisibility);
+    connect(m_capture.get(), &ScreenCapture::panelLockChanged, m_panel.get(), [this](bool held) {
+        if (held)
+            m_panel->addInteractionLock();
+        else
+            m_panel->releaseInteractionLock();
+    });
 
     // 11. Every start with an empty activity list greets the user.
     m_activity->greetIfEmpty();
@@ -358,6 +372,9 @@ void Model::readCommandsIfShown()
 }
 bool Model::captureBusy() const { return m_capture->captureBusy(); }
 void Model::setCaptureBusy(bool busy) { m_capture->setCaptureBusy(busy); }
+QString Model::captureStatus() const { return m_capture->captureStatus(); }
+void Model::capture(CaptureKind kind) { m_capture->capture(kind); }
+void Model::stopRecording() { m_capture->stopRecording(); }
 
 void Model::launchWorkspace(const WorkspacePreset& preset) { m_launcher->launch(preset); }
 

@@ -18,6 +18,7 @@
 #include <optional>
 
 class ActivityLog;
+enum class CaptureKind;
 class ClipboardArchive;
 class ClipboardHistory;
 class Defaults;
@@ -176,6 +177,10 @@ public:
     void executeCommand(const CommandItem& item);
     bool captureBusy() const;
     void setCaptureBusy(bool busy);
+    QString captureStatus() const;
+    // Save dialog, hidden panel, the tool, then the file on the shelf (see ScreenCapture).
+    void capture(CaptureKind kind);
+    void stopRecording();
 
     // Permissions and the tour.
     bool trusted() const;

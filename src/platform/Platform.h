@@ -22,6 +22,8 @@ class LoginItems;
 class SystemSettings;
 class PlayerBridge;
 class Accessibility;
+class CaptureTool;
+class CameraFeed;
 
 // The services one run of the application uses. Built in one place (the Linux bundle for the
 // real application, the memory bundle for tests and the self-test) and handed to the stores.
@@ -49,4 +51,7 @@ struct Platform
     SystemSettings& systemSettings;
     PlayerBridge& players;
     Accessibility& accessibility;
+    // Screenshots, recordings and the camera mirror.
+    CaptureTool& captureTool;
+    CameraFeed& cameraFeed;
 };

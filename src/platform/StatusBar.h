@@ -17,6 +17,9 @@ public:
     // Shows the item with a symbol name and accessible title; `activated` fires on a click.
     virtual void show(const QString& symbol, const QString& title) = 0;
     virtual void hide() = 0;
+    // An entry of the item's menu that ends what is running (a screen recording): shown with
+    // `title` while `visible`; stopRequested() on a click.
+    virtual void setStopEntry(const QString& title, bool visible) = 0;
 
     // The menu-bar group: the arrow and the separator, created arrow first; removed when off.
     virtual void showGroupItems(bool on) = 0;
@@ -49,4 +52,5 @@ Q_SIGNALS:
     void groupSeparatorClicked();
     // An item came, went, or changed its title or tool tip.
     void trayItemsChanged();
+    void stopRequested();
 };

@@ -38,6 +38,7 @@ constexpr Entry table[] = {
     {"arrow.clockwise", 0xe5d5},                    // refresh
     {"mic", 0xe029},                                // mic
     {"mic.slash", 0xe02b},                          // mic_off
+    {"person.crop.rectangle", 0xe851},              // account_box
     {"bell.badge", 0xe7f7},                         // notifications_active
     {"rectangle.topthird.inset.filled", 0xe051},    // web
     {"checkmark", 0xe5ca},                          // check

@@ -3,6 +3,8 @@
 #include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxAudioDevices.h"
 #include "platform/linux/LinuxCameraActivity.h"
+#include "platform/linux/LinuxCameraFeed.h"
+#include "platform/linux/LinuxCaptureTool.h"
 #include "platform/linux/LinuxDialogs.h"
 #include "platform/linux/LinuxDisplays.h"
 #include "platform/linux/LinuxFileSearch.h"
@@ -34,7 +36,8 @@ LinuxPlatform::LinuxPlatform()
       m_cameras(std::make_unique<LinuxCameraActivity>()), m_loginItems(std::make_unique<LinuxLoginItems>()),
       m_systemSettings(std::make_unique<LinuxSystemSettings>()),
       m_players(std::make_unique<LinuxPlayerBridge>()),
-      m_accessibility(std::make_unique<LinuxAccessibility>())
+      m_accessibility(std::make_unique<LinuxAccessibility>()),
+      m_captureTool(std::make_unique<LinuxCaptureTool>()), m_cameraFeed(std::make_unique<LinuxCameraFeed>())
 {}
 
 LinuxPlatform::~LinuxPlatform() = default;
@@ -63,5 +66,7 @@ Platform LinuxPlatform::platform()
         .systemSettings = *m_systemSettings,
         .players = *m_players,
         .accessibility = *m_accessibility,
+        .captureTool = *m_captureTool,
+        .cameraFeed = *m_cameraFeed,
     };
 }

@@ -25,6 +25,8 @@ class LoginItems;
 class SystemSettings;
 class PlayerBridge;
 class Accessibility;
+class CaptureTool;
+class CameraFeed;
 
 // The real services of a Linux desktop session (X11 or XWayland). Needs a QGuiApplication.
 class LinuxPlatform
@@ -60,4 +62,6 @@ private:
     std::unique_ptr<SystemSettings> m_systemSettings;
     std::unique_ptr<PlayerBridge> m_players;
     std::unique_ptr<Accessibility> m_accessibility;
+    std::unique_ptr<CaptureTool> m_captureTool;
+    std::unique_ptr<CameraFeed> m_cameraFeed;
 };

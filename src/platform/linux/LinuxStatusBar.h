@@ -2,6 +2,7 @@
 
 #include "platform/StatusBar.h"
 
+class QAction;
 class QMenu;
 class QSystemTrayIcon;
 class SniHost;
@@ -16,6 +17,7 @@ public:
 
     void show(const QString& symbol, const QString& title) override;
     void hide() override;
+    void setStopEntry(const QString& title, bool visible) override;
 
     // The group's arrow and separator are two tray icons of their own. A tray has no lengths and
     // no positions, so nothing can be pushed off screen here.
@@ -42,4 +44,7 @@ private:
     QSystemTrayIcon* m_separator = nullptr;
     double m_separatorLength = 0;
     SniHost* m_host;
+    QAction* m_stop = nullptr;
+    QString m_stopTitle;
+    bool m_stopVisible = false;
 };

@@ -26,3 +26,29 @@ bool MemoryDialogs::finish(std::optional<QList<QUrl>> result)
         dialog.answer(std::move(result));
     return true;
 }
+
+void MemoryDialogs::save(const SaveDialogRequest& request, QObject* context, SaveAnswer answer)
+{
+    savesShown.append(request);
+    m_saves.append(SaveDialog{request, context, std::move(answer)});
+}
+
+bool MemoryDialogs::saveTo(const QUrl& location)
+{
+    return finishSave(location);
+}
+
+bool MemoryDialogs::cancelSave()
+{
+    return finishSave(std::nullopt);
+}
+
+bool MemoryDialogs::finishSave(std::optional<QUrl> result)
+{
+    if (m_saves.isEmpty())
+        return false;
+    const SaveDialog dialog = m_saves.takeFirst();
+    if (dialog.context)
+        dialog.answer(std::move(result));
+    return true;
+}

@@ -9,6 +9,14 @@ class MemoryDialogs final : public Dialogs
 {
 public:
     void open(const OpenDialogRequest& request, QObject* context, Answer answer) override;
+    void save(const SaveDialogRequest& request, QObject* context, SaveAnswer answer) override;
+
+    // Save dialogs, answered separately from the open ones, oldest first.
+    int saveCount() const { return int(m_saves.size()); }
+    const SaveDialogRequest& currentSave() const { return m_saves.first().request; }
+    bool saveTo(const QUrl& location);
+    bool cancelSave();
+    QList<SaveDialogRequest> savesShown;
 
     int openCount() const { return int(m_open.size()); }
     // The request of the oldest open dialog; only while one is open.
@@ -28,6 +36,14 @@ private:
         Answer answer;
     };
     bool finish(std::optional<QList<QUrl>> result);
+    struct SaveDialog
+    {
+        SaveDialogRequest request;
+        QPointer<QObject> context;
+        SaveAnswer answer;
+    };
+    bool finishSave(std::optional<QUrl> result);
+    QList<SaveDialog> m_saves;
 
     QList<OpenDialog> m_open;
 };

@@ -4,6 +4,8 @@
 #include "common/Scheduler.h"
 #include "platform/Platform.h"
 #include "platform/memory/MemoryAccessibility.h"
+#include "platform/memory/MemoryCameraFeed.h"
+#include "platform/memory/MemoryCaptureTool.h"
 #include "platform/memory/MemoryDevices.h"
 #include "platform/memory/MemoryDialogs.h"
 #include "platform/memory/MemoryFileSearch.h"
@@ -45,6 +47,8 @@ public:
             .systemSettings = systemSettings,
             .players = players,
             .accessibility = accessibility,
+            .captureTool = captureTool,
+            .cameraFeed = cameraFeed,
         };
     }
 
@@ -70,4 +74,6 @@ public:
     MemorySystemSettings systemSettings;
     MemoryPlayerBridge players;
     MemoryAccessibility accessibility;
+    MemoryCaptureTool captureTool;
+    MemoryCameraFeed cameraFeed;
 };

@@ -181,8 +181,23 @@ public:
     void show(const QString& symbol, const QString& title) override;
     void hide() override { visible = false; }
     void click() { Q_EMIT activated(); }
+    void setStopEntry(const QString& title, bool visible) override
+    {
+        stopTitle = title;
+        stopVisible = visible;
+    }
+    // The user picks the stop entry; false when it is not shown.
+    bool clickStop()
+    {
+        if (!stopVisible)
+            return false;
+        Q_EMIT stopRequested();
+        return true;
+    }
     bool visible = false;
     QString title;
+    QString stopTitle;
+    bool stopVisible = false;
 
     void showGroupItems(bool on) override;
     bool groupItemsShown() const override { return m_groupShown; }
