@@ -16,6 +16,9 @@
 #include "shell/widgets/SettingsPane.h"
 #include "shell/widgets/ViewSettings.h"
 #include "weather/widgets/WeatherHeader.h"
+#include "weather/widgets/WeatherChooser.h"
+#include "weather/widgets/WeatherPage.h"
+#include "weather/widgets/WeatherSettings.h"
 
 void registerPanelPages(PageRegistry& pages, Model& model)
 {
@@ -51,6 +54,7 @@ void registerPanelPages(PageRegistry& pages, Model& model)
         QObject::connect(pane, &OnboardingPane::settingsRequested, m, &Model::openPermissionSettings);
         QObject::connect(pane, &OnboardingPane::screenCaptureRequested, m, &Model::requestScreenCapture);
         QObject::connect(pane, &OnboardingPane::recheckRequested, m, &Model::refreshPermissions);
+        pane->setWeatherChooser([m] { return new WeatherChooser(m->weather()); });
         return pane;
     });
 
@@ -62,7 +66,12 @@ void registerPanelPages(PageRegistry& pages, Model& model)
     pages.addSettings(QStringLiteral("Fokus & Daten"), 20,
                       [m] { return new HistorySettings(m->clipboardHistory()); });
 
-    pages.addHeaderItem(PageRegistry::HeaderPlace::leading, [m] { return new WeatherHeader(m->panel()); });
+    pages.addPage(Page::weather, [m, &platform] {
+        return new WeatherPage(m->weather(), platform.location, m->statusMessage());
+    });
+    pages.addSettings(QStringLiteral("Verbindungen"), 20, [m] { return new WeatherSettings(m->weather(), m->panel()); });
+    pages.addHeaderItem(PageRegistry::HeaderPlace::leading,
+                        [m] { return new WeatherHeader(m->weather(), m->panel()); });
     pages.addHeaderItem(PageRegistry::HeaderPlace::beforeClock,
                         [m] { return new MicrophoneDot(m->deviceStatus()); });
 }

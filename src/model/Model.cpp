@@ -22,6 +22,7 @@
 #include "setup/OnboardingState.h"
 #include "setup/PermissionActions.h"
 #include "setup/PermissionStore.h"
+#include "weather/WeatherStore.h"
 
 #include <QPointer>
 #include <QTimer>
@@ -93,6 +94,11 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
     m_shelf = std::make_unique<Shelf>(defaults);
     m_launcher = std::make_unique<WorkspaceLauncher>(platform.workspace, *m_message, *m_activity);
     m_permissionActions = std::make_unique<PermissionActions>(*m_permissions, platform.workspace, *m_message);
+
+    // The weather for the chosen place; asking for the location brings the panel forward.
+    m_weather = std::make_unique<WeatherStore>(defaults, platform.clock, platform.scheduler, platform.location,
+                                               startServices);
+    connect(m_weather.get(), &WeatherStore::activationRequested, this, [this] { Q_EMIT show(Page::weather); });
 
     // 11. Every start with an empty activity list greets the user.
     m_activity->greetIfEmpty();

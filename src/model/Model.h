@@ -36,6 +36,7 @@ class ScreenCapture;
 class Shelf;
 class WorkspaceLauncher;
 class StatusMessage;
+class WeatherStore;
 class QTimer;
 struct WorkspacePreset;
 
@@ -72,6 +73,7 @@ public:
     DeviceStatus& deviceStatus() const { return *m_devices; }
     MenuCommands& menuCommands() const { return *m_commands; }
     ScreenCapture& screenCapture() const { return *m_capture; }
+    WeatherStore& weather() const { return *m_weather; }
 
     // Panel.
     Page page() const;
@@ -195,6 +197,7 @@ private:
     std::unique_ptr<FocusTimer> m_focus;
     std::unique_ptr<Shelf> m_shelf;
     std::unique_ptr<WorkspaceLauncher> m_launcher;
+    std::unique_ptr<WeatherStore> m_weather;
     QTimer* m_timer = nullptr;
     qint64 m_ticks = 0;
 };

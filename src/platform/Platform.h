@@ -12,6 +12,7 @@ class HotKeys;
 class KeyMonitor;
 class StatusBar;
 class Dialogs;
+class Location;
 
 // The services one run of the application uses. Built in one place (the Linux bundle for the
 // real application, the memory bundle for tests and the self-test) and handed to the stores.
@@ -29,4 +30,5 @@ struct Platform
     KeyMonitor& keyMonitor;
     StatusBar& statusBar;
     Dialogs& dialogs;
+    Location& location;
 };

@@ -4,6 +4,7 @@
 #include "platform/linux/LinuxDisplays.h"
 #include "platform/linux/LinuxHotKeys.h"
 #include "platform/linux/LinuxKeyMonitor.h"
+#include "platform/linux/LinuxLocation.h"
 #include "platform/linux/LinuxPasteboard.h"
 #include "platform/linux/LinuxPermissions.h"
 #include "platform/linux/LinuxPointer.h"
@@ -19,7 +20,8 @@ LinuxPlatform::LinuxPlatform()
       m_workspace(std::make_unique<LinuxWorkspace>()), m_displays(std::make_unique<LinuxDisplays>()),
       m_pointer(std::make_unique<LinuxPointer>()), m_hotKeys(std::make_unique<LinuxHotKeys>()),
       m_keyMonitor(std::make_unique<LinuxKeyMonitor>()), m_statusBar(std::make_unique<LinuxStatusBar>()),
-      m_dialogs(std::make_unique<LinuxDialogs>())
+      m_dialogs(std::make_unique<LinuxDialogs>()),
+      m_location(std::make_unique<LinuxLocation>())
 {}
 
 LinuxPlatform::~LinuxPlatform() = default;
@@ -27,5 +29,6 @@ LinuxPlatform::~LinuxPlatform() = default;
 Platform LinuxPlatform::platform()
 {
     return Platform{m_clock,     m_scheduler, *m_pasteboard, *m_permissions, *m_sound,     *m_workspace,
-                    *m_displays, *m_pointer,  *m_hotKeys,    *m_keyMonitor,  *m_statusBar, *m_dialogs};
+                    *m_displays, *m_pointer,  *m_hotKeys,    *m_keyMonitor,  *m_statusBar, *m_dialogs,
+                    *m_location};
 }

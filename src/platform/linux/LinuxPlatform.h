@@ -16,6 +16,7 @@ class HotKeys;
 class KeyMonitor;
 class StatusBar;
 class Dialogs;
+class Location;
 
 // The real services of a Linux desktop session (X11 or XWayland). Needs a QGuiApplication.
 class LinuxPlatform
@@ -41,4 +42,5 @@ private:
     std::unique_ptr<KeyMonitor> m_keyMonitor;
     std::unique_ptr<StatusBar> m_statusBar;
     std::unique_ptr<Dialogs> m_dialogs;
+    std::unique_ptr<Location> m_location;
 };

@@ -4,6 +4,7 @@
 #include "common/Scheduler.h"
 #include "platform/Platform.h"
 #include "platform/memory/MemoryDialogs.h"
+#include "platform/memory/MemoryLocation.h"
 #include "platform/memory/MemoryServices.h"
 
 // The memory bundle: manual time and honest in-memory services, for tests and the self-test.
@@ -19,7 +20,8 @@ public:
     Platform platform(Pasteboard& clipboard)
     {
         return Platform{clock,    scheduler, clipboard, permissions, sound,     workspace,
-                        displays, pointer,   hotKeys,   keyMonitor,  statusBar, dialogs};
+                        displays, pointer,   hotKeys,   keyMonitor,  statusBar, dialogs,
+                        location};
     }
 
     ManualClock clock;
@@ -34,4 +36,5 @@ public:
     MemoryKeyMonitor keyMonitor;
     MemoryStatusBar statusBar;
     MemoryDialogs dialogs;
+    MemoryLocation location;
 };
