@@ -72,7 +72,7 @@ void BoundedDownload::finish()
         return;
     m_reply = nullptr;
     reply->deleteLater();
-    if (!m_oversized)
+    if (!m_oversized && reply->isOpen())
         m_body += reply->readAll();
     if (m_body.size() > m_limit) {
         m_oversized = true;
