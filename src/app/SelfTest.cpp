@@ -39,6 +39,8 @@ int runSelfTest()
             pass(SelfTestGroups::historyPersistence(model, memory));
             pass(SelfTestGroups::timerAndEvents(model, memory));
         }
+        pass(SelfTestGroups::metForecast());
+        pass(SelfTestGroups::weatherStore());
     } catch (const SelfTestFailure& failure) {
         std::fprintf(stderr, "FAIL: %s\n", failure.what());
         status = 1;

@@ -34,6 +34,9 @@ void hoverBehaviour();
 QString clipboardCapture(Model& model, MemoryPlatform& memory);
 QString historyPersistence(Model& model, MemoryPlatform& memory);
 QString timerAndEvents(Model& model, MemoryPlatform& memory);
+// The weather: the forecast's rules, and the store on its own private domain.
+QString metForecast();
+QString weatherStore();
 
 } // namespace SelfTestGroups
 
