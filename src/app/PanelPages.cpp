@@ -3,11 +3,11 @@
 #include "capture/ScreenCapture.h"
 #include "capture/widgets/CapturePage.h"
 #include "clipboard/widgets/HistoryPage.h"
+#include "clipboard/widgets/HistorySettings.h"
 #include "commands/MenuCommands.h"
 #include "commands/widgets/CommandsPage.h"
 #include "commands/widgets/MenuBarAppsPane.h"
 #include "commands/widgets/MenuBarAppsSettings.h"
-#include "clipboard/widgets/HistorySettings.h"
 #include "devices/widgets/MicrophoneDot.h"
 #include "focus/widgets/ActivityPage.h"
 #include "focus/widgets/FocusSettings.h"
@@ -28,7 +28,10 @@
 #include "shell/widgets/PageRegistry.h"
 #include "shell/widgets/SettingsPane.h"
 #include "shell/widgets/ViewSettings.h"
+#include "weather/widgets/WeatherChooser.h"
 #include "weather/widgets/WeatherHeader.h"
+#include "weather/widgets/WeatherPage.h"
+#include "weather/widgets/WeatherSettings.h"
 
 void registerPanelPages(PageRegistry& pages, Model& model)
 {
@@ -87,6 +90,7 @@ void registerPanelPages(PageRegistry& pages, Model& model)
         QObject::connect(pane, &OnboardingPane::screenCaptureRequested, m, &Model::requestScreenCapture);
         QObject::connect(pane, &OnboardingPane::recheckRequested, m, &Model::refreshPermissions);
         QObject::connect(pane, &OnboardingPane::restartRequested, m, &Model::restartApp);
+        pane->setWeatherChooser([m] { return new WeatherChooser(m->weather()); });
         return pane;
     });
 
@@ -100,7 +104,8 @@ void registerPanelPages(PageRegistry& pages, Model& model)
         return page;
     });
     pages.addPage(Page::menuApps, [m] { return new MenuBarAppsPane(m->menuApps()); });
-    pages.addSettings(QStringLiteral("Menüleiste"), 10, [m] { return new MenuBarAppsSettings(m->menuApps()); });
+    pages.addSettings(QStringLiteral("Menüleiste"), 10,
+                      [m] { return new MenuBarAppsSettings(m->menuApps()); });
 
     pages.addSettings(QStringLiteral("Ansicht"), 10, [m] { return new ViewSettings(*m); });
     pages.addSettings(QStringLiteral("Bedienung"), 30,
@@ -124,10 +129,17 @@ void registerPanelPages(PageRegistry& pages, Model& model)
         return row;
     });
     pages.addSettings(QStringLiteral("Verbindungen"), 10, [m] {
-        return new MediaSettings(m->nowPlaying(), m->trackToastSettings(), [m] { Q_EMIT m->previewTrackToast(); });
+        return new MediaSettings(m->nowPlaying(), m->trackToastSettings(),
+                                 [m] { Q_EMIT m->previewTrackToast(); });
     });
 
-    pages.addHeaderItem(PageRegistry::HeaderPlace::leading, [m] { return new WeatherHeader(m->panel()); });
+    pages.addPage(Page::weather, [m, &platform] {
+        return new WeatherPage(m->weather(), platform.location, m->statusMessage());
+    });
+    pages.addSettings(QStringLiteral("Verbindungen"), 20,
+                      [m] { return new WeatherSettings(m->weather(), m->panel()); });
+    pages.addHeaderItem(PageRegistry::HeaderPlace::leading,
+                        [m] { return new WeatherHeader(m->weather(), m->panel()); });
     pages.addHeaderItem(PageRegistry::HeaderPlace::beforeClock,
                         [m] { return new MicrophoneDot(m->deviceStatus()); });
 }

@@ -45,6 +45,8 @@ int runSelfTest()
             pass(SelfTestGroups::shelfAndSharing(model, memory));
             pass(SelfTestGroups::timerAndEvents(model, memory));
         }
+        pass(SelfTestGroups::metForecast());
+        pass(SelfTestGroups::weatherStore());
     } catch (const SelfTestFailure& failure) {
         std::fprintf(stderr, "FAIL: %s\n", failure.what());
         status = 1;

@@ -43,6 +43,9 @@ QString mediaRules();
 // Menu commands and the menu-bar apps' counters, on the memory platform.
 QString menuCommands();
 QString menuBarCounters();
+// The weather: the forecast's rules, and the store on its own private domain.
+QString metForecast();
+QString weatherStore();
 
 } // namespace SelfTestGroups
 

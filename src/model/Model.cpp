@@ -34,6 +34,7 @@
 #include "setup/OnboardingState.h"
 #include "setup/PermissionActions.h"
 #include "setup/PermissionStore.h"
+#include "weather/WeatherStore.h"
 
 #include <QDir>
 #include <QPointer>
@@ -153,6 +154,11 @@ Model::Model(Defaults& defaults, Platform platform, bool startServices, Pasteboa
         else
             m_panel->releaseInteractionLock();
     });
+
+    // The weather for the chosen place; asking for the location brings the panel forward.
+    m_weather = std::make_unique<WeatherStore>(defaults, platform.clock, platform.scheduler, platform.location,
+                                               startServices);
+    connect(m_weather.get(), &WeatherStore::activationRequested, this, [this] { Q_EMIT show(Page::weather); });
 
     // 11. Every start with an empty activity list greets the user.
     m_activity->greetIfEmpty();

@@ -43,6 +43,7 @@ class DeviceSearch;
 class ItemOpener;
 class WorkspaceLauncher;
 class StatusMessage;
+class WeatherStore;
 class QTimer;
 struct WorkspacePreset;
 struct CommandItem;
@@ -85,6 +86,7 @@ public:
     MenuCommands& menuCommands() const { return *m_commands; }
     MenuBarApps& menuApps() const { return *m_menuApps; }
     ScreenCapture& screenCapture() const { return *m_capture; }
+    WeatherStore& weather() const { return *m_weather; }
 
     // Panel.
     Page page() const;
@@ -244,6 +246,7 @@ private:
     std::unique_ptr<ItemOpener> m_opener;
     std::unique_ptr<DeviceSearch> m_search;
     std::unique_ptr<WorkspaceLauncher> m_launcher;
+    std::unique_ptr<WeatherStore> m_weather;
     QTimer* m_timer = nullptr;
     qint64 m_ticks = 0;
 };

@@ -24,6 +24,7 @@ class PlayerBridge;
 class Accessibility;
 class CaptureTool;
 class CameraFeed;
+class Location;
 
 // The services one run of the application uses. Built in one place (the Linux bundle for the
 // real application, the memory bundle for tests and the self-test) and handed to the stores.
@@ -54,4 +55,5 @@ struct Platform
     // Screenshots, recordings and the camera mirror.
     CaptureTool& captureTool;
     CameraFeed& cameraFeed;
+    Location& location;
 };

@@ -69,6 +69,16 @@ constexpr Entry table[] = {
     {"rectangle.split.3x1", 0xe8ec},                // view_column
     {"rectangle.split.2x1", 0xe8f1},                // view_quilt
     {"rectangle.split.1x2", 0xe8e9},                // view_agenda
+    {"sun.max.fill", 0xe81a},                       // sunny
+    {"moon.stars.fill", 0xef44},                    // bedtime
+    {"cloud.sun.fill", 0xe3dd},                     // filter_drama
+    {"cloud.moon.fill", 0xea46},                    // nights_stay
+    {"cloud.fill", 0xe2bd},                         // cloud
+    {"cloud.fog.fill", 0xe818},                     // foggy
+    {"cloud.rain.fill", 0xf1ad},                    // umbrella
+    {"cloud.snow.fill", 0xe810},                    // cloudy_snowing
+    {"cloud.bolt.rain.fill", 0xebdb},               // thunderstorm
+    {"cloud", 0xe2c0},                              // cloud_queue
 };
 
 } // namespace

@@ -10,6 +10,7 @@
 #include "platform/linux/LinuxFileSearch.h"
 #include "platform/linux/LinuxHotKeys.h"
 #include "platform/linux/LinuxKeyMonitor.h"
+#include "platform/linux/LinuxLocation.h"
 #include "platform/linux/LinuxLoginItems.h"
 #include "platform/linux/LinuxPasteboard.h"
 #include "platform/linux/LinuxPermissions.h"
@@ -37,7 +38,8 @@ LinuxPlatform::LinuxPlatform()
       m_systemSettings(std::make_unique<LinuxSystemSettings>()),
       m_players(std::make_unique<LinuxPlayerBridge>()),
       m_accessibility(std::make_unique<LinuxAccessibility>()),
-      m_captureTool(std::make_unique<LinuxCaptureTool>()), m_cameraFeed(std::make_unique<LinuxCameraFeed>())
+      m_captureTool(std::make_unique<LinuxCaptureTool>()), m_cameraFeed(std::make_unique<LinuxCameraFeed>()),
+      m_location(std::make_unique<LinuxLocation>())
 {}
 
 LinuxPlatform::~LinuxPlatform() = default;
@@ -68,5 +70,6 @@ Platform LinuxPlatform::platform()
         .accessibility = *m_accessibility,
         .captureTool = *m_captureTool,
         .cameraFeed = *m_cameraFeed,
+        .location = *m_location,
     };
 }

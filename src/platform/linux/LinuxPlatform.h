@@ -27,6 +27,7 @@ class PlayerBridge;
 class Accessibility;
 class CaptureTool;
 class CameraFeed;
+class Location;
 
 // The real services of a Linux desktop session (X11 or XWayland). Needs a QGuiApplication.
 class LinuxPlatform
@@ -64,4 +65,5 @@ private:
     std::unique_ptr<Accessibility> m_accessibility;
     std::unique_ptr<CaptureTool> m_captureTool;
     std::unique_ptr<CameraFeed> m_cameraFeed;
+    std::unique_ptr<Location> m_location;
 };

@@ -9,6 +9,7 @@
 #include "platform/memory/MemoryDevices.h"
 #include "platform/memory/MemoryDialogs.h"
 #include "platform/memory/MemoryFileSearch.h"
+#include "platform/memory/MemoryLocation.h"
 #include "platform/memory/MemoryPlayerBridge.h"
 #include "platform/memory/MemoryServices.h"
 #include "platform/memory/MemorySharing.h"
@@ -49,6 +50,7 @@ public:
             .accessibility = accessibility,
             .captureTool = captureTool,
             .cameraFeed = cameraFeed,
+            .location = location,
         };
     }
 
@@ -76,4 +78,5 @@ public:
     MemoryAccessibility accessibility;
     MemoryCaptureTool captureTool;
     MemoryCameraFeed cameraFeed;
+    MemoryLocation location;
 };

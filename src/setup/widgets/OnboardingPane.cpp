@@ -116,6 +116,13 @@ QString OnboardingPane::messageText() const
     return m_messageLine->isHidden() ? QString() : m_messageLine->text();
 }
 
+void OnboardingPane::setWeatherChooser(std::function<QWidget*()> make)
+{
+    m_weatherChooser = std::move(make);
+    if (m_onboarding.step() == weatherStep)
+        sync();
+}
+
 void OnboardingPane::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
@@ -145,6 +152,10 @@ void OnboardingPane::sync()
     connect(view, &OnboardingStepView::actionTriggered, this, &OnboardingPane::run);
     connect(view, &OnboardingStepView::recheckRequested, this, &OnboardingPane::recheckRequested);
     connect(view, &OnboardingStepView::restartRequested, this, &OnboardingPane::restartRequested);
+    // Above the step view's closing stretch.
+    if (auto* column = qobject_cast<QBoxLayout*>(view->layout());
+        column && step == weatherStep && m_weatherChooser)
+        column->insertWidget(column->count() - 1, m_weatherChooser());
 
     // A new state of the same step keeps the reader where they were.
     QScrollBar* bar = m_scroll->verticalScrollBar();

@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class OnboardingState;
 class OnboardingStepView;
 class PermissionStore;
@@ -20,6 +22,8 @@ class OnboardingPane : public QWidget
 {
     Q_OBJECT
 public:
+    static constexpr int weatherStep = 3;
+
     OnboardingPane(OnboardingState& onboarding, const PermissionStore& permissions,
                    const Preferences& preferences, const StatusMessage& message, QWidget* parent = nullptr);
 
@@ -33,6 +37,8 @@ public:
     QPushButton* laterButton() const { return m_later; }
     OnboardingStepView* stepView() const;
     QString messageText() const;
+    // The weather step's choice of place (location or city), made anew with each view of the step.
+    void setWeatherChooser(std::function<QWidget*()> make);
 
 Q_SIGNALS:
     // "Später einrichten", or the last step's primary button.
@@ -71,4 +77,5 @@ private:
     QPushButton* m_primary;
     QLabel* m_messageLine;
     int m_shownStep = -1;
+    std::function<QWidget*()> m_weatherChooser;
 };
