@@ -35,6 +35,8 @@ int runSelfTest()
         pass(SelfTestGroups::mediaRules());
         pass(SelfTestGroups::menuCommands());
         pass(SelfTestGroups::menuBarCounters());
+        pass(SelfTestGroups::metForecast());
+        pass(SelfTestGroups::weatherStore());
 
         Defaults defaults(domainName);
         MemoryPlatform memory;
@@ -45,8 +47,6 @@ int runSelfTest()
             pass(SelfTestGroups::shelfAndSharing(model, memory));
             pass(SelfTestGroups::timerAndEvents(model, memory));
         }
-        pass(SelfTestGroups::metForecast());
-        pass(SelfTestGroups::weatherStore());
     } catch (const SelfTestFailure& failure) {
         std::fprintf(stderr, "FAIL: %s\n", failure.what());
         status = 1;

@@ -6,6 +6,7 @@
 #include "setup/widgets/OnboardingPane.h"
 #include "setup/widgets/OnboardingStepView.h"
 #include "setup/widgets/StepCapsules.h"
+#include "weather/WeatherStore.h"
 
 #include <QCoreApplication>
 #include <QPushButton>
@@ -263,12 +264,13 @@ private Q_SLOTS:
                 const qsizetype reveals = rig.memory().workspace.revealed.size();
                 const int relaunches = rig.memory().workspace.relaunches;
                 QSignalSpy checks(&rig.model().permissions(), &PermissionStore::checkingChanged);
+                QSignalSpy weather(&rig.model().weather(), &WeatherStore::statusChanged);
                 QTest::mouseClick(button, Qt::LeftButton);
                 QTest::qWait(20);
                 const bool seen = !rig.model().message().isEmpty() || !checks.isEmpty() ||
                                   rig.memory().permissions.promptCount != prompts ||
                                   rig.memory().workspace.revealed.size() != reveals ||
-                                  rig.memory().workspace.relaunches != relaunches;
+                                  rig.memory().workspace.relaunches != relaunches || !weather.isEmpty();
                 QVERIFY2(seen, qPrintable(what));
                 QTRY_VERIFY(!rig.model().permissions().checking());
             }
