@@ -1,8 +1,8 @@
 // Weather figures: decoding and choosing the present step of a realistic forecast, the main
 // thread's share of one refresh cycle against a local server, and the requests one place costs a
 // day when the server's Expires is honoured.
-#include "../tests/weather/FakeWebServer.h"
-#include "../tests/weather/ForecastSample.h"
+#include "FakeWebServer.h"
+#include "ForecastSample.h"
 
 #include "common/Clock.h"
 #include "platform/memory/MemoryPlatform.h"
