@@ -138,6 +138,10 @@ QString WeatherTexts::searchButton()
 {
     return QStringLiteral("Suchen");
 }
+QString WeatherTexts::resultsName()
+{
+    return QStringLiteral("Gefundene Orte");
+}
 QString WeatherTexts::refresh()
 {
     return QStringLiteral("Wetter aktualisieren");

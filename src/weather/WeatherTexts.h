@@ -53,6 +53,8 @@ QString title();
 QString useLocation();
 QString searchPlaceholder();
 QString searchButton();
+// The result list's name for screen readers.
+QString resultsName();
 QString refresh();
 QString openLocationSettings();
 QString locationSettingsUnavailable();

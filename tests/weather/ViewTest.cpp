@@ -11,6 +11,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QPushButton>
 #include <QTest>
 
@@ -31,7 +32,13 @@ private Q_SLOTS:
         place.country = QStringLiteral("Deutschland");
         place.latitude = 52.52;
         place.longitude = 13.41;
-        rig.memory.location.addPlaces(QStringLiteral("Berlin"), {place});
+        Placemark namesake;
+        namesake.locality = QStringLiteral("Berlin");
+        namesake.administrativeArea = QStringLiteral("New Hampshire");
+        namesake.country = QStringLiteral("Vereinigte Staaten");
+        namesake.latitude = 44.4687;
+        namesake.longitude = -71.1851;
+        rig.memory.location.addPlaces(QStringLiteral("Berlin"), {place, namesake});
         PanelState panel(*rig.domain.defaults);
         StatusMessage message(rig.memory.scheduler);
         WeatherHeader header(*rig.store, panel);
@@ -42,11 +49,34 @@ private Q_SLOTS:
 
         WeatherChooser* chooser = page.chooser();
         QCOMPARE(chooser->searchField()->placeholderText(), QStringLiteral("Stadt suchen …"));
+        QListView* results = chooser->resultView();
+        page.resize(420, 700);
+        page.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&page));
+        QVERIFY(!results->isVisible());
+
+        // A click takes the row under the pointer, not the first one.
         QTest::keyClicks(chooser->searchField(), QStringLiteral("Berlin"));
         QTest::keyClick(chooser->searchField(), Qt::Key_Return);
-        QTRY_COMPARE(chooser->resultButtons().size(), 1);
-        QCOMPARE(chooser->resultButtons().first()->text(), QStringLiteral("Berlin · Deutschland"));
-        chooser->resultButtons().first()->click();
+        QTRY_COMPARE(results->model()->rowCount(), 2);
+        QVERIFY(results->isVisible());
+        QCOMPARE(results->model()->index(0, 0).data().toString(), QStringLiteral("Berlin · Deutschland"));
+        const QModelIndex second = results->model()->index(1, 0);
+        QCOMPARE(second.data().toString(), QStringLiteral("Berlin · New Hampshire, Vereinigte Staaten"));
+        // Every row is shown whole: the list is as tall as its rows.
+        QVERIFY(results->viewport()->rect().contains(results->visualRect(second)));
+        QTest::mouseClick(results->viewport(), Qt::LeftButton, {}, results->visualRect(second).center());
+        QVERIFY(rig.store->place());
+        QCOMPARE(rig.store->place()->latitude, 44.47);
+        QCOMPARE(rig.store->place()->country, QStringLiteral("Vereinigte Staaten"));
+        QTRY_VERIFY(!results->isVisible());
+
+        // From the field, Down and Return take the first result.
+        QTest::keyClick(chooser->searchField(), Qt::Key_Return);
+        QTRY_COMPARE(results->model()->rowCount(), 2);
+        QTest::keyClick(chooser->searchField(), Qt::Key_Down);
+        QTest::keyClick(results, Qt::Key_Return);
+        QCOMPARE(rig.store->place()->latitude, 52.52);
         QTRY_COMPARE(header.temperature()->text(), QStringLiteral("-2°"));
         QCOMPARE(header.placeName(), QStringLiteral("Berlin"));
         QCOMPARE(header.button()->text(), QStringLiteral("Berlin"));

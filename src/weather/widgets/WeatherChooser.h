@@ -3,12 +3,13 @@
 #include <QWidget>
 
 class QLineEdit;
+class QListView;
 class QPushButton;
-class QVBoxLayout;
+class WeatherResultList;
 class WeatherStore;
 
 // Where the weather comes from: "Aktuellen Standort verwenden", or a city search whose results
-// are picked with a click. Shared by the weather page and the tour.
+// are picked with a click or Return. Shared by the weather page and the tour.
 class WeatherChooser : public QWidget
 {
     Q_OBJECT
@@ -18,17 +19,19 @@ public:
     QPushButton* locationButton() const { return m_useLocation; }
     QLineEdit* searchField() const { return m_field; }
     QPushButton* searchButton() const { return m_search; }
-    // The result rows, in the store's order.
-    QList<QPushButton*> resultButtons() const { return m_rows; }
+    QListView* resultView() const { return m_resultView; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void showResults();
+    void fitResults();
     void showSearching();
 
     WeatherStore& m_weather;
+    WeatherResultList* m_results;
     QPushButton* m_useLocation;
     QLineEdit* m_field;
     QPushButton* m_search;
-    QVBoxLayout* m_results;
-    QList<QPushButton*> m_rows;
+    QListView* m_resultView;
 };
