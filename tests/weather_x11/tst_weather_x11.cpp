@@ -8,6 +8,7 @@
 #include "ForecastSample.h"
 
 #include "settings/Defaults.h"
+#include "weather/WeatherCache.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -70,6 +71,8 @@ class WeatherX11Test : public QObject
     FakeWebServer m_server;
     std::unique_ptr<QProcess> m_program;
     std::unique_ptr<AtspiScreen> m_screen;
+    // The forecast service answers 429 while this is set.
+    bool m_serviceBusy = false;
 
     void startProgram()
     {
@@ -164,7 +167,9 @@ private Q_SLOTS:
             .setBool(QStringLiteral("welcome.completed"), true);
 
         const QByteArray forecast = forecastAroundNow();
-        m_server.route("/weatherapi", [forecast](const FakeWebServer::Request&) {
+        m_server.route("/weatherapi", [this, forecast](const FakeWebServer::Request&) {
+            if (m_serviceBusy)
+                return FakeWebServer::json("{}", 429).with("Retry-After", "120");
             FakeWebServer::Reply reply = FakeWebServer::json(forecast);
             reply.with("Expires", httpDate(QDateTime::currentDateTimeUtc().addSecs(1800)));
             reply.with("Last-Modified", httpDate(QDateTime::currentDateTimeUtc().addSecs(-600)));
@@ -240,6 +245,50 @@ private Q_SLOTS:
         QTest::qWait(1500);
         QCOMPARE(m_server.requests().size(), before);
         stopProgram();
+    }
+
+    // The cached forecast ran out while the service is busy: the last weather stays in the header
+    // and the page says in German why it is not new.
+    void aBusyServiceKeepsTheLastWeather()
+    {
+        {
+            Defaults defaults(QString::fromLatin1(Defaults::standardDomain));
+            const QString key = QString::fromLatin1(WeatherCache::defaultsKey);
+            std::optional<WeatherCache> cache =
+                WeatherCache::decode(defaults.dataValue(key).value_or(QByteArray()));
+            QVERIFY2(cache, "the first case left no cached forecast");
+            cache->expires = QDateTime::currentDateTimeUtc().addSecs(-60);
+            defaults.setData(key, cache->encode());
+        }
+        m_serviceBusy = true;
+        const int before = m_server.count("/weatherapi");
+        startProgram();
+        QVERIFY(openPanel());
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.count("/weatherapi"), before + 1, 10000);
+        QVERIFY(m_server.requests().last().headers.contains("if-modified-since"));
+        const auto header = headerButton();
+        QVERIFY(header);
+        QCOMPARE(header->name, QStringLiteral("Berlin"));
+        QTRY_VERIFY_WITH_TIMEOUT(showingLabel(QStringLiteral("21°")), 10000);
+        clickAt(header->extents.center());
+        QTRY_VERIFY_WITH_TIMEOUT(
+            showingLabel(QStringLiteral("Wetterdienst ausgelastet. Abrufe werden vorübergehend pausiert.")),
+            10000);
+        QVERIFY(showingLabel(QStringLiteral("Klar")));
+        // Refreshing during the pause asks nobody.
+        const auto refresh = m_screen->find(application, QStringLiteral("push button"),
+                                            QStringLiteral("Wetter aktualisieren"));
+        QVERIFY(refresh);
+        clickAt(refresh->extents.center());
+        QTRY_VERIFY_WITH_TIMEOUT(m_screen->find(application, QStringLiteral("label"),
+                                                [](const QString& text) {
+                                                    return text.startsWith(QStringLiteral(
+                                                        "Wetterdienst pausiert. Nächster Versuch ab "));
+                                                }),
+                                 10000);
+        QCOMPARE(m_server.count("/weatherapi"), before + 1);
+        stopProgram();
+        m_serviceBusy = false;
     }
 };
 
