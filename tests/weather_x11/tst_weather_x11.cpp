@@ -18,6 +18,8 @@
 #include <QTest>
 #include <QUrlQuery>
 
+#include <functional>
+
 #include <memory>
 
 namespace {
@@ -102,35 +104,43 @@ class WeatherX11Test : public QObject
         m_program.reset();
     }
 
-    // Touches the closed panel at the top of the screen until the program has opened it: the
-    // weather header is in the open panel's top row.
-    bool openPanel()
+    using Match = std::function<bool(const QString&)>;
+
+    static Match is(const QString& text)
     {
-        // The closed panel has to be on the screen before the pointer arrives, or it sees no entry.
-        QDeadlineTimer deadline(20000);
-        while (m_screen->showing(application).isEmpty() && !deadline.hasExpired())
-            QTest::qWait(100);
-        xdotool({QStringLiteral("mousemove"), QStringLiteral("960"), QStringLiteral("300")});
-        xdotool({QStringLiteral("mousemove"), QStringLiteral("960"), QStringLiteral("3")});
-        while (!deadline.hasExpired()) {
-            if (headerButton())
-                return true;
-            QTest::qWait(200);
-        }
-        qWarning().noquote() << "the open panel shows:" << screenText();
-        return false;
+        return [text](const QString& name) { return name == text; };
     }
 
-    // The header's place button: its name is the place, or "Ort & Wetter" before there is one.
-    std::optional<AtspiNode> headerButton() const
+    // The first showing widget of this role and name once it stands still on the screen (the
+    // panel slides open, so a place read mid-way would be missed by the click); logs what the
+    // screen shows when it never comes.
+    std::optional<AtspiNode> waitFor(const QString& role, const Match& matches, int ms = 15000) const
     {
-        const QList<AtspiNode> nodes = m_screen->showing(application);
-        for (const AtspiNode& node : nodes) {
-            if (node.role == QStringLiteral("push button") && node.extents.top() < 60 &&
-                (node.name == QStringLiteral("Ort & Wetter") || node.name == QStringLiteral("Berlin")))
+        QDeadlineTimer deadline(ms);
+        std::optional<AtspiNode> previous;
+        while (!deadline.hasExpired()) {
+            const std::optional<AtspiNode> node = m_screen->find(application, role, matches);
+            if (node && previous && node->extents == previous->extents)
                 return node;
+            previous = node;
+            QTest::qWait(150);
         }
+        qWarning().noquote() << "no" << role << "appeared; the program shows:\n" << screenText();
         return std::nullopt;
+    }
+
+    // Touches the closed panel at the top of the screen; the open panel's top row has the
+    // weather header, a button named after the place or "Ort & Wetter" before there is one.
+    std::optional<AtspiNode> openPanel()
+    {
+        // The closed panel has to be on the screen before the pointer arrives, or it sees no entry.
+        if (!waitFor(QStringLiteral("filler"), is(application)))
+            return std::nullopt;
+        xdotool({QStringLiteral("mousemove"), QStringLiteral("960"), QStringLiteral("300")});
+        xdotool({QStringLiteral("mousemove"), QStringLiteral("960"), QStringLiteral("3")});
+        return waitFor(QStringLiteral("push button"), [](const QString& name) {
+            return name == QStringLiteral("Ort & Wetter") || name == QStringLiteral("Berlin");
+        });
     }
 
     // Every showing widget as "role 'name' rect", for the log of a failed check.
@@ -147,9 +157,9 @@ class WeatherX11Test : public QObject
         return lines.join(u'\n');
     }
 
-    std::optional<AtspiNode> showingLabel(const QString& text) const
+    std::optional<AtspiNode> label(const Match& matches) const
     {
-        return m_screen->find(application, QStringLiteral("label"), text);
+        return waitFor(QStringLiteral("label"), matches);
     }
 
 private Q_SLOTS:
@@ -201,35 +211,31 @@ private Q_SLOTS:
     void searchPickAndKeepAcrossARestart()
     {
         startProgram();
-        QVERIFY(openPanel());
-        const auto header = headerButton();
+        std::optional<AtspiNode> header = openPanel();
         QVERIFY(header);
         QCOMPARE(header->name, QStringLiteral("Ort & Wetter"));
         clickAt(header->extents.center());
 
-        std::optional<AtspiNode> field;
-        QTRY_VERIFY_WITH_TIMEOUT(
-            (field = m_screen->find(application, QStringLiteral("text"), QStringLiteral("Stadt suchen …"))),
-            10000);
+        const auto field = waitFor(QStringLiteral("text"), is(QStringLiteral("Stadt suchen …")));
+        QVERIFY(field);
         clickAt(field->extents.center());
         xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"),
                  QStringLiteral("Berlin")});
         xdotool({QStringLiteral("key"), QStringLiteral("Return")});
 
-        std::optional<AtspiNode> berlin;
-        QTRY_VERIFY_WITH_TIMEOUT((berlin = m_screen->find(application, QStringLiteral("list item"),
-                                                          QStringLiteral("Berlin · Deutschland"))),
-                                 10000);
+        const auto berlin = waitFor(QStringLiteral("list item"), is(QStringLiteral("Berlin · Deutschland")));
+        QVERIFY(berlin);
         QVERIFY(m_screen->find(application, QStringLiteral("list item"),
                                QStringLiteral("Berlin · New Hampshire, Vereinigte Staaten")));
         const QUrlQuery search(m_server.requests().last().url);
+        QCOMPARE(search.queryItemValue(QStringLiteral("name")), QStringLiteral("Berlin"));
         QCOMPARE(search.queryItemValue(QStringLiteral("language")), QStringLiteral("de"));
         clickAt(berlin->extents.center());
 
         // The header: the place and the rounded temperature; the page: the German description.
-        QTRY_VERIFY_WITH_TIMEOUT(showingLabel(QStringLiteral("21°")), 10000);
-        QVERIFY(m_screen->find(application, QStringLiteral("push button"), QStringLiteral("Berlin")));
-        QVERIFY(showingLabel(QStringLiteral("Klar")));
+        QVERIFY(label(is(QStringLiteral("21°"))));
+        QVERIFY(waitFor(QStringLiteral("push button"), is(QStringLiteral("Berlin"))));
+        QVERIFY(label(is(QStringLiteral("Klar"))));
         QCOMPARE(m_server.count("/weatherapi"), 1);
         const FakeWebServer::Request forecast = m_server.requests().last();
         QCOMPARE(forecast.url.query(), QStringLiteral("lat=52.52&lon=13.41"));
@@ -238,9 +244,10 @@ private Q_SLOTS:
         stopProgram();
         const qsizetype before = m_server.requests().size();
         startProgram();
-        QVERIFY(openPanel());
-        QTRY_VERIFY_WITH_TIMEOUT(showingLabel(QStringLiteral("21°")), 10000);
-        QVERIFY(m_screen->find(application, QStringLiteral("push button"), QStringLiteral("Berlin")));
+        header = openPanel();
+        QVERIFY(header);
+        QCOMPARE(header->name, QStringLiteral("Berlin"));
+        QVERIFY(label(is(QStringLiteral("21°"))));
         // Long enough for the start's refresh to have gone out, had it asked.
         QTest::qWait(1500);
         QCOMPARE(m_server.requests().size(), before);
@@ -263,29 +270,24 @@ private Q_SLOTS:
         m_serviceBusy = true;
         const int before = m_server.count("/weatherapi");
         startProgram();
-        QVERIFY(openPanel());
-        QTRY_COMPARE_WITH_TIMEOUT(m_server.count("/weatherapi"), before + 1, 10000);
-        QVERIFY(m_server.requests().last().headers.contains("if-modified-since"));
-        const auto header = headerButton();
+        const std::optional<AtspiNode> header = openPanel();
         QVERIFY(header);
         QCOMPARE(header->name, QStringLiteral("Berlin"));
-        QTRY_VERIFY_WITH_TIMEOUT(showingLabel(QStringLiteral("21°")), 10000);
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.count("/weatherapi"), before + 1, 10000);
+        QVERIFY(m_server.requests().last().headers.contains("if-modified-since"));
+        QVERIFY(label(is(QStringLiteral("21°"))));
         clickAt(header->extents.center());
-        QTRY_VERIFY_WITH_TIMEOUT(
-            showingLabel(QStringLiteral("Wetterdienst ausgelastet. Abrufe werden vorübergehend pausiert.")),
-            10000);
-        QVERIFY(showingLabel(QStringLiteral("Klar")));
+        QVERIFY(label(is(QStringLiteral("Wetterdienst ausgelastet. Abrufe werden vorübergehend pausiert."))));
+        QVERIFY(label(is(QStringLiteral("Klar"))));
+
         // Refreshing during the pause asks nobody.
-        const auto refresh = m_screen->find(application, QStringLiteral("push button"),
-                                            QStringLiteral("Wetter aktualisieren"));
+        const auto refresh =
+            waitFor(QStringLiteral("push button"), is(QStringLiteral("Wetter aktualisieren")));
         QVERIFY(refresh);
         clickAt(refresh->extents.center());
-        QTRY_VERIFY_WITH_TIMEOUT(m_screen->find(application, QStringLiteral("label"),
-                                                [](const QString& text) {
-                                                    return text.startsWith(QStringLiteral(
-                                                        "Wetterdienst pausiert. Nächster Versuch ab "));
-                                                }),
-                                 10000);
+        QVERIFY(label([](const QString& text) {
+            return text.startsWith(QStringLiteral("Wetterdienst pausiert. Nächster Versuch ab "));
+        }));
         QCOMPARE(m_server.count("/weatherapi"), before + 1);
         stopProgram();
         m_serviceBusy = false;
