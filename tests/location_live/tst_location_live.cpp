@@ -163,6 +163,24 @@ private Q_SLOTS:
         QCOMPARE(answers(changes), QList{LocationAuthorization::authorized});
     }
 
+    // A GeoClue that has no position yet when the client starts: the fix comes as its update,
+    // and starting counts as the authorization.
+    void firstFixOfAFreshGeoClue()
+    {
+        QVERIFY2(m_services->startGeoClue(LiveGeoClue::Nmea::berlin), m_services->geoclueLog().constData());
+        QVERIFY(m_services->startAgent(LiveGeoClue::Agent::allow));
+        QCOMPARE(m_services->nmea().count("client"), 0);
+
+        LinuxLocation location;
+        QSignalSpy changes(&location, &Location::authorizationChanged);
+        QSignalSpy fixes(&location, &Location::locationUpdated);
+        location.requestLocation();
+        QTRY_COMPARE_WITH_TIMEOUT(fixes.size(), 1, 5000);
+        QCOMPARE(answers(changes), QList{LocationAuthorization::authorized});
+        const auto fix = fixes.first().first().value<LocationFix>();
+        QVERIFY(qAbs(fix.latitude - 52.52) < 1e-4 && qAbs(fix.longitude - 13.405) < 1e-4);
+    }
+
     // "Aktuellen Standort verwenden" end to end: GeoClue's fix, the rounded point to the
     // geocoder, the place saved, the forecast asked for the same rounded point and shown.
     void storeLocatesAndShowsTheWeather()

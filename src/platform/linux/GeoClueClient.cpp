@@ -39,8 +39,8 @@ GeoClueClient::~GeoClueClient()
 {
     if (m_path.isEmpty())
         return;
-    m_bus.disconnect(QString::fromLatin1(service), m_path, clientInterface, QStringLiteral("LocationUpdated"),
-                     this, SLOT(locationUpdated(QDBusObjectPath, QDBusObjectPath)));
+    m_bus.disconnect(QString(), m_path, clientInterface, QStringLiteral("LocationUpdated"), this,
+                     SLOT(locationUpdated(QDBusObjectPath, QDBusObjectPath)));
     // Sent without waiting: the replies are of no use to anyone any more.
     if (m_running)
         m_bus.send(methodCall(m_path, clientInterface, QStringLiteral("Stop")));
@@ -111,9 +111,10 @@ void GeoClueClient::start()
              // Lower levels leave out the satellite and Wi-Fi sources; the store rounds the position
              // to about a kilometre before it is used.
              setClientProperty(QStringLiteral("RequestedAccuracyLevel"), QVariant::fromValue(exactAccuracy));
+             // From any sender: naming GeoClue's bus name would make Qt look its owner up with
+             // a blocking call. The location is read from GeoClue itself in any case.
              if (m_locate)
-                 m_bus.connect(QString::fromLatin1(service), m_path, clientInterface,
-                               QStringLiteral("LocationUpdated"), this,
+                 m_bus.connect(QString(), m_path, clientInterface, QStringLiteral("LocationUpdated"), this,
                                SLOT(locationUpdated(QDBusObjectPath, QDBusObjectPath)));
              // The bus keeps the order: Start comes after both properties.
              call(methodCall(m_path, clientInterface, QStringLiteral("Start")),
@@ -138,7 +139,7 @@ void GeoClueClient::startAnswered(const QDBusMessage& reply)
     Q_EMIT started();
     if (!m_locate)
         return;
-    // GeoClue may already know the position from another client: then no update comes.
+    // A position GeoClue already has is read at once; otherwise its update brings one.
     QDBusMessage get = methodCall(m_path, propertiesInterface, QStringLiteral("Get"));
     get << clientInterface << QStringLiteral("Location");
     call(get, [this](const QDBusMessage& answer) {
