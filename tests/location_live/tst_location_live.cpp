@@ -233,7 +233,7 @@ private Q_SLOTS:
     }
 
     // The desktop's location switch is off: GeoClue refuses, and the store says so without
-    // asking any server.
+    // asking any server. Switched on again, the next refresh finds it out.
     void refusedByTheDesktop()
     {
         QVERIFY2(m_services->startGeoClue(LiveGeoClue::Nmea::berlin), m_services->geoclueLog().constData());
@@ -254,6 +254,19 @@ private Q_SLOTS:
         QVERIFY(!rig.store->place());
         QTest::qWait(100);
         QVERIFY(rig.server.requests().isEmpty());
+
+        rig.store->refresh();
+        QCOMPARE(rig.store->status(), WeatherTexts::refusedOnRefresh());
+        QTest::qWait(200);
+        QCOMPARE(rig.store->authorization(), LocationAuthorization::denied);
+        QVERIFY(rig.server.requests().isEmpty());
+
+        QVERIFY(m_services->startAgent(LiveGeoClue::Agent::allow));
+        rig.store->refresh();
+        QTRY_VERIFY_WITH_TIMEOUT(rig.store->current().has_value(), 8000);
+        QCOMPARE(rig.store->authorization(), LocationAuthorization::authorized);
+        QCOMPARE(rig.store->place()->name, QStringLiteral("Berlin"));
+        QCOMPARE(rig.server.requests().size(), 2);
     }
 
     // Allowed, but the receiver never has a fix: the store gives up after its 20 seconds (of
