@@ -14,8 +14,8 @@ class WebGeocoder;
 // started means authorized, GeoClue's refusal denied (its configuration, or the desktop's agent
 // with location services off), and no GeoClue on the bus restricted. GeoClue 2.6 asks the agent
 // about sandboxed programs only; for the others it reads the accuracy the agent allows.
-// `desktopId` is what GeoClue's configuration and the desktop's location settings know this
-// program by: the launcher entry "brenlow.desktop" that the program writes at every start.
+// `desktopId` names this program in GeoClue's configuration and to the agent; it matches the
+// launcher entry "brenlow.desktop" that the program writes at every start.
 class LinuxLocation final : public Location
 {
     Q_OBJECT
