@@ -81,6 +81,13 @@ struct StoreOnGeoClue
 
 } // namespace
 
+// The live cases need the services; the rest of the program runs anywhere.
+#define REQUIRE_GEOCLUE()                                                                                    \
+    do {                                                                                                     \
+        if (!m_services)                                                                                     \
+            QSKIP(qPrintable(QStringLiteral("GeoClue cannot run here: ") + m_missing));                      \
+    } while (false)
+
 // The location path on a real GeoClue 2: its answers as LinuxLocation reads them, and the weather
 // store from "use the current location" to a shown forecast, each against services started here.
 class LocationLiveTest : public QObject
@@ -93,8 +100,9 @@ private Q_SLOTS:
         enterTestMode();
         qRegisterMetaType<LocationAuthorization>();
         qRegisterMetaType<LocationFix>();
-        if (const QString why = LiveGeoClue::missing(); !why.isEmpty())
-            QSKIP(qPrintable(QStringLiteral("GeoClue cannot run here: ") + why));
+        m_missing = LiveGeoClue::missing();
+        if (!m_missing.isEmpty())
+            return;
         m_services = std::make_unique<LiveGeoClue>();
         QVERIFY2(m_services->startBus(), "the private system bus did not start");
     }
@@ -105,9 +113,39 @@ private Q_SLOTS:
     }
     void cleanupTestCase() { m_services.reset(); }
 
+    // How GeoClue's answers are read: a slow GeoClue is not a missing one, and a location
+    // without a usable accuracy is no fix.
+    void answersAsTheyAreRead()
+    {
+        using Refusal = GeoClueClient::Refusal;
+        QCOMPARE(GeoClueClient::refusal(QStringLiteral("org.freedesktop.DBus.Error.AccessDenied")),
+                 Refusal::denied);
+        QCOMPARE(GeoClueClient::refusal(QStringLiteral("org.freedesktop.DBus.Error.Spawn.ChildExited")),
+                 Refusal::absent);
+        QCOMPARE(GeoClueClient::refusal(QStringLiteral("org.freedesktop.DBus.Error.NoReply")),
+                 Refusal::failed);
+        QCOMPARE(GeoClueClient::refusal(QString()), Refusal::failed);
+
+        const QVariantMap berlin{{"Latitude", 52.52}, {"Longitude", 13.405}, {"Accuracy", 3.0}};
+        const LocationFix fix = GeoClueClient::fix(berlin);
+        QCOMPARE(fix.latitude, 52.52);
+        QCOMPARE(fix.longitude, 13.405);
+        QCOMPARE(fix.horizontalAccuracy, 3.0);
+        QVariantMap unusable = berlin;
+        unusable.remove("Accuracy");
+        QVERIFY(GeoClueClient::fix(unusable).horizontalAccuracy < 0);
+        unusable = berlin;
+        unusable.insert("Accuracy", qQNaN());
+        QVERIFY(GeoClueClient::fix(unusable).horizontalAccuracy < 0);
+        unusable = berlin;
+        unusable.insert("Latitude", 91.0);
+        QVERIFY(GeoClueClient::fix(unusable).horizontalAccuracy < 0);
+    }
+
     // Without GeoClue nothing can locate: that is decided at once, and the store asks no server.
     void withoutGeoClueNothingLocates()
     {
+        REQUIRE_GEOCLUE();
         m_services->stopGeoClue();
         QVERIFY(!LiveGeoClue::onBus());
         {
@@ -137,6 +175,7 @@ private Q_SLOTS:
     // is the NMEA receiver's position with the accuracy GeoClue gives it.
     void allowedGivesAFix()
     {
+        REQUIRE_GEOCLUE();
         QVERIFY2(m_services->startGeoClue(LiveGeoClue::Nmea::berlin), m_services->geoclueLog().constData());
         QVERIFY(m_services->startAgent(LiveGeoClue::Agent::allow));
 
@@ -167,6 +206,7 @@ private Q_SLOTS:
     // and starting counts as the authorization.
     void firstFixOfAFreshGeoClue()
     {
+        REQUIRE_GEOCLUE();
         QVERIFY2(m_services->startGeoClue(LiveGeoClue::Nmea::berlin), m_services->geoclueLog().constData());
         QVERIFY(m_services->startAgent(LiveGeoClue::Agent::allow));
         QCOMPARE(m_services->nmea().count("client"), 0);
@@ -185,6 +225,7 @@ private Q_SLOTS:
     // geocoder, the place saved, the forecast asked for the same rounded point and shown.
     void storeLocatesAndShowsTheWeather()
     {
+        REQUIRE_GEOCLUE();
         QVERIFY2(m_services->startGeoClue(LiveGeoClue::Nmea::berlin), m_services->geoclueLog().constData());
         QVERIFY(m_services->startAgent(LiveGeoClue::Agent::allow));
         StoreOnGeoClue rig;
@@ -236,6 +277,7 @@ private Q_SLOTS:
     // asking any server. Switched on again, the next refresh finds it out.
     void refusedByTheDesktop()
     {
+        REQUIRE_GEOCLUE();
         QVERIFY2(m_services->startGeoClue(LiveGeoClue::Nmea::berlin), m_services->geoclueLog().constData());
         QVERIFY(m_services->startAgent(LiveGeoClue::Agent::deny));
         {
@@ -273,6 +315,7 @@ private Q_SLOTS:
     // manual time) and asks no server.
     void noFixTimesOut()
     {
+        REQUIRE_GEOCLUE();
         QVERIFY2(m_services->startGeoClue(LiveGeoClue::Nmea::silent), m_services->geoclueLog().constData());
         QVERIFY(m_services->startAgent(LiveGeoClue::Agent::allow));
         StoreOnGeoClue rig;
@@ -293,6 +336,7 @@ private Q_SLOTS:
     }
 
 private:
+    QString m_missing;
     std::unique_ptr<LiveGeoClue> m_services;
 };
 
