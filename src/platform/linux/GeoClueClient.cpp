@@ -108,8 +108,8 @@ void GeoClueClient::start()
              m_path = reply.arguments().first().value<QDBusObjectPath>().path();
              // GeoClue refuses to start a client that has not said who it is.
              setClientProperty(QStringLiteral("DesktopId"), m_desktopId);
-             // Lower levels leave out the satellite and Wi-Fi sources; the store rounds the position
-             // to about a kilometre before it is used.
+             // Below "exact" GeoClue leaves out the sources it rates exact (GPS, NMEA); the store
+             // rounds the position to about a kilometre before it is used.
              setClientProperty(QStringLiteral("RequestedAccuracyLevel"), QVariant::fromValue(exactAccuracy));
              // From any sender: naming GeoClue's bus name would make Qt look its owner up with
              // a blocking call. The location is read from GeoClue itself in any case.
