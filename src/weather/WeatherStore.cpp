@@ -105,6 +105,9 @@ void WeatherStore::refresh()
         case LocationAuthorization::denied:
             setStatus(WeatherTexts::refusedOnRefresh());
             setBusy(false);
+            // A desktop that cannot announce a changed mind (GeoClue answers each start anew)
+            // is asked again; one that remembers its answer ignores the question.
+            m_location.requestAuthorization();
             return;
         }
     }

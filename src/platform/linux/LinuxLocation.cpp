@@ -3,41 +3,40 @@
 #include "common/Log.h"
 #include "platform/linux/WebGeocoder.h"
 
-#include <QGeoPositionInfo>
-#include <QGeoPositionInfoSource>
+#include <QDBusConnection>
 #include <QProcess>
 #include <QStandardPaths>
 
-#include <cmath>
-
-namespace {
-
-// Longer than the store's own 20 s, so that its "not available now" decides first.
-constexpr int fixTimeoutMs = 25'000;
-
-} // namespace
-
-LinuxLocation::LinuxLocation(QObject* parent) : Location(parent), m_geocoder(new WebGeocoder(this)) {}
+LinuxLocation::LinuxLocation(QObject* parent) : Location(parent), m_geocoder(new WebGeocoder(this))
+{
+    m_fixTimeout.setSingleShot(true);
+    m_fixTimeout.setInterval(fixTimeoutMs);
+    connect(&m_fixTimeout, &QTimer::timeout, this, [this] {
+        qCInfo(lcPlatform) << "GeoClue gave no position in time";
+        fixFailed();
+    });
+}
 
 LinuxLocation::~LinuxLocation() = default;
 
-bool LinuxLocation::ensureSource()
+GeoClueClient* LinuxLocation::startClient(bool locate)
 {
-    if (m_sourceTried)
-        return m_source != nullptr;
-    m_sourceTried = true;
-    const QVariantMap parameters{{QStringLiteral("desktopId"), QString::fromLatin1(desktopId)}};
-    m_source = QGeoPositionInfoSource::createSource(QStringLiteral("geoclue2"), parameters, this);
-    if (!m_source) {
-        qCInfo(lcPlatform) << "no GeoClue 2 positioning on this desktop";
-        return false;
+    auto* client =
+        new GeoClueClient(QDBusConnection::systemBus(), QString::fromLatin1(desktopId), locate, this);
+    connect(client, &GeoClueClient::started, this,
+            [this] { setAuthorization(LocationAuthorization::authorized); });
+    client->start();
+    return client;
+}
+
+void LinuxLocation::drop(QPointer<GeoClueClient>& client)
+{
+    // Its pending answers go with it; GeoClue hears Stop and DeleteClient.
+    if (GeoClueClient* old = client.data()) {
+        old->disconnect();
+        old->deleteLater();
     }
-    // The default asks GeoClue for country accuracy, which only its network source serves.
-    m_source->setPreferredPositioningMethods(QGeoPositionInfoSource::AllPositioningMethods);
-    connect(m_source, &QGeoPositionInfoSource::positionUpdated, this, &LinuxLocation::positionArrived);
-    connect(m_source, &QGeoPositionInfoSource::errorOccurred, this,
-            [this](QGeoPositionInfoSource::Error error) { sourceFailed(int(error)); });
-    return true;
+    client.clear();
 }
 
 void LinuxLocation::setAuthorization(LocationAuthorization authorization)
@@ -48,72 +47,60 @@ void LinuxLocation::setAuthorization(LocationAuthorization authorization)
     Q_EMIT authorizationChanged(authorization);
 }
 
+void LinuxLocation::refusedWith(GeoClueClient::Refusal why)
+{
+    switch (why) {
+    case GeoClueClient::Refusal::denied:
+        setAuthorization(LocationAuthorization::denied);
+        break;
+    case GeoClueClient::Refusal::absent:
+        // Nothing on this desktop can locate us.
+        setAuthorization(LocationAuthorization::restricted);
+        break;
+    case GeoClueClient::Refusal::failed:
+        break;
+    }
+}
+
 void LinuxLocation::requestAuthorization()
 {
-    if (!ensureSource()) {
-        setAuthorization(LocationAuthorization::restricted);
-        return;
-    }
-    // Starting a client is what makes the agent ask the user.
-    m_asking = true;
-    m_source->requestUpdate(fixTimeoutMs);
+    // Starting a client is the question; it is stopped again once answered.
+    drop(m_asking);
+    m_asking = startClient(false);
+    connect(m_asking, &GeoClueClient::started, this, [this] { drop(m_asking); });
+    connect(m_asking, &GeoClueClient::refused, this, [this](GeoClueClient::Refusal why) {
+        drop(m_asking);
+        refusedWith(why);
+    });
 }
 
 void LinuxLocation::requestLocation()
 {
-    if (!ensureSource()) {
-        setAuthorization(LocationAuthorization::restricted);
-        return;
-    }
-    m_locating = true;
-    m_source->requestUpdate(fixTimeoutMs);
+    drop(m_locating);
+    m_locating = startClient(true);
+    m_fixTimeout.start();
+    connect(m_locating, &GeoClueClient::located, this, [this](const LocationFix& fix) {
+        drop(m_locating);
+        m_fixTimeout.stop();
+        Q_EMIT locationUpdated(fix);
+    });
+    connect(m_locating, &GeoClueClient::refused, this, [this](GeoClueClient::Refusal why) {
+        refusedWith(why);
+        fixFailed();
+    });
+}
+
+void LinuxLocation::fixFailed()
+{
+    drop(m_locating);
+    m_fixTimeout.stop();
+    Q_EMIT locationFailed();
 }
 
 void LinuxLocation::stopUpdatingLocation()
 {
-    m_locating = false;
-    m_asking = false;
-    if (m_source)
-        m_source->stopUpdates();
-}
-
-void LinuxLocation::positionArrived(const QGeoPositionInfo& info)
-{
-    m_asking = false;
-    setAuthorization(LocationAuthorization::authorized);
-    if (!std::exchange(m_locating, false))
-        return;
-    LocationFix fix;
-    const QGeoCoordinate coordinate = info.coordinate();
-    fix.latitude = coordinate.latitude();
-    fix.longitude = coordinate.longitude();
-    const double accuracy = info.attribute(QGeoPositionInfo::HorizontalAccuracy);
-    fix.horizontalAccuracy = !coordinate.isValid() ? -1.0 : std::isnan(accuracy) ? 0.0 : accuracy;
-    Q_EMIT locationUpdated(fix);
-}
-
-void LinuxLocation::sourceFailed(int code)
-{
-    const auto error = QGeoPositionInfoSource::Error(code);
-    qCInfo(lcPlatform) << "positioning error" << error;
-    const bool asking = std::exchange(m_asking, false);
-    const bool locating = std::exchange(m_locating, false);
-    switch (error) {
-    case QGeoPositionInfoSource::AccessError:
-        setAuthorization(LocationAuthorization::denied);
-        return;
-    case QGeoPositionInfoSource::ClosedError:
-    case QGeoPositionInfoSource::UnknownSourceError:
-        // GeoClue is not there (or went away): nothing on this desktop can locate us.
-        if (asking && m_authorization == LocationAuthorization::notDetermined)
-            setAuthorization(LocationAuthorization::restricted);
-        break;
-    case QGeoPositionInfoSource::UpdateTimeoutError:
-    case QGeoPositionInfoSource::NoError:
-        break;
-    }
-    if (locating)
-        Q_EMIT locationFailed();
+    drop(m_locating);
+    m_fixTimeout.stop();
 }
 
 void LinuxLocation::reverseGeocode(double latitude, double longitude, Answer answer)

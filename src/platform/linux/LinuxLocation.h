@@ -1,22 +1,28 @@
 #pragma once
 
 #include "platform/Location.h"
+#include "platform/linux/GeoClueClient.h"
 
-class QGeoPositionInfo;
-class QGeoPositionInfoSource;
+#include <QPointer>
+#include <QTimer>
+
 class WebGeocoder;
 
-// The position through Qt Positioning's GeoClue 2 source; the places through web geocoders.
+// The position from GeoClue 2 on the system bus; the places through web geocoders.
 //
-// GeoClue has no question of its own to ask: its agent (the desktop shell) decides when a client
-// starts. So the authorization stays "not determined" until a request was answered: a fix means
-// authorized, an access error denied, and a desktop without GeoClue counts as restricted.
+// GeoClue decides when a client starts, so the authorization is the answer to starting one:
+// started means authorized, GeoClue's refusal denied (its configuration, or the desktop's agent
+// with location services off), and no GeoClue on the bus restricted. GeoClue 2.6 asks the agent
+// about sandboxed programs only; for the others it reads the accuracy the agent allows.
+// `desktopId` names this program in GeoClue's configuration and to the agent; it matches the
+// launcher entry "brenlow.desktop" that the program writes at every start.
 class LinuxLocation final : public Location
 {
     Q_OBJECT
 public:
-    // The desktop file this program is known by to GeoClue's agent.
     static constexpr const char* desktopId = "brenlow";
+    // Longer than the store's own 20 s, so that its "not available now" decides first.
+    static constexpr int fixTimeoutMs = 25'000;
 
     explicit LinuxLocation(QObject* parent = nullptr);
     ~LinuxLocation() override;
@@ -32,15 +38,16 @@ public:
     bool openSettings() override;
 
 private:
-    bool ensureSource();
+    GeoClueClient* startClient(bool locate);
     void setAuthorization(LocationAuthorization authorization);
-    void positionArrived(const QGeoPositionInfo& info);
-    void sourceFailed(int error);
+    // What a refusal says about the authorization; a failure says nothing.
+    void refusedWith(GeoClueClient::Refusal why);
+    void fixFailed();
+    static void drop(QPointer<GeoClueClient>& client);
 
-    QGeoPositionInfoSource* m_source = nullptr;
-    bool m_sourceTried = false;
     LocationAuthorization m_authorization = LocationAuthorization::notDetermined;
-    bool m_asking = false;
-    bool m_locating = false;
+    QPointer<GeoClueClient> m_asking;
+    QPointer<GeoClueClient> m_locating;
+    QTimer m_fixTimeout;
     WebGeocoder* m_geocoder;
 };
