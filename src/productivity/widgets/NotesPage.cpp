@@ -6,6 +6,7 @@
 #include "productivity/widgets/NoteTextView.h"
 #include "productivity/widgets/PageButton.h"
 #include "ui/Card.h"
+#include "ui/RowList.h"
 #include "ui/TextLabel.h"
 
 #include <QHBoxLayout>
@@ -105,37 +106,19 @@ void NotesPage::showEditing()
 QStringList NotesPage::noteTexts() const
 {
     QStringList texts;
-    for (int i = 0; i < m_rows->count(); ++i) {
-        if (QWidget* row = m_rows->itemAt(i)->widget()) {
-            if (auto* text = row->findChild<ElidedTextLabel*>(QString::fromLatin1(rowText)))
-                texts.append(text->fullText());
-        }
-    }
+    for (const ElidedTextLabel* text : RowList::named<ElidedTextLabel>(m_rows, QString::fromLatin1(rowText)))
+        texts.append(text->fullText());
     return texts;
 }
 
 QPushButton* NotesPage::rowButton(int row, const QString& text) const
 {
-    QLayoutItem* item = m_rows->itemAt(row);
-    if (!item || !item->widget())
-        return nullptr;
-    for (QPushButton* button : item->widget()->findChildren<QPushButton*>()) {
-        if (button->text() == text)
-            return button;
-    }
-    return nullptr;
+    return RowList::button<QPushButton>(m_rows, row, text);
 }
 
 void NotesPage::rebuild()
 {
-    // A row may be the sender of the click that changed the list, so it goes later.
-    while (QLayoutItem* item = m_rows->takeAt(0)) {
-        if (QWidget* widget = item->widget()) {
-            widget->hide();
-            widget->deleteLater();
-        }
-        delete item;
-    }
+    RowList::clear(m_rows);
     for (const QuickNote& note : m_productivity.notes())
         m_rows->addWidget(makeRow(note));
     m_empty->setHidden(!m_productivity.notes().isEmpty());

@@ -3,6 +3,7 @@
 #include "productivity/SearchTexts.h"
 #include "productivity/widgets/PageButton.h"
 #include "ui/Card.h"
+#include "ui/RowList.h"
 #include "ui/SegmentedControl.h"
 #include "ui/SymbolButton.h"
 #include "ui/SymbolLabel.h"
@@ -87,25 +88,14 @@ DeviceSearch::Scope SearchPage::currentScope() const
 QStringList SearchPage::rowNames() const
 {
     QStringList names;
-    for (int i = 0; i < m_rows->count(); ++i) {
-        if (QWidget* row = m_rows->itemAt(i)->widget()) {
-            if (auto* name = row->findChild<QPushButton*>(QString::fromLatin1(rowName)))
-                names.append(name->text());
-        }
-    }
+    for (const QPushButton* name : RowList::named<QPushButton>(m_rows, QString::fromLatin1(rowName)))
+        names.append(name->text());
     return names;
 }
 
 QAbstractButton* SearchPage::rowButton(int row, const QString& text) const
 {
-    QLayoutItem* item = m_rows->itemAt(row);
-    if (!item || !item->widget())
-        return nullptr;
-    for (QAbstractButton* button : item->widget()->findChildren<QAbstractButton*>()) {
-        if (button->text() == text || button->toolTip() == text)
-            return button;
-    }
-    return nullptr;
+    return RowList::button(m_rows, row, text);
 }
 
 QString SearchPage::statusText() const
@@ -115,14 +105,7 @@ QString SearchPage::statusText() const
 
 void SearchPage::rebuild()
 {
-    // A row may be the sender of the click that changed the list, so it goes later.
-    while (QLayoutItem* item = m_rows->takeAt(0)) {
-        if (QWidget* widget = item->widget()) {
-            widget->hide();
-            widget->deleteLater();
-        }
-        delete item;
-    }
+    RowList::clear(m_rows);
     for (const SearchResult& result : DeviceSearch::filtered(m_search.results(), currentScope()))
         m_rows->addWidget(makeRow(result));
 }

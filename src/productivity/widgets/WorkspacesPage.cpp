@@ -3,9 +3,11 @@
 #include "productivity/Productivity.h"
 #include "productivity/WorkspaceTexts.h"
 #include "productivity/widgets/ElidedTextLabel.h"
+#include "productivity/widgets/PageButton.h"
 #include "productivity/widgets/WorkspaceEditor.h"
 #include "ui/Card.h"
 #include "ui/PanelTheme.h"
+#include "ui/RowList.h"
 #include "ui/SymbolLabel.h"
 #include "ui/TextLabel.h"
 
@@ -15,21 +17,8 @@
 #include <QVBoxLayout>
 
 namespace {
-
 const char* const rowName = "workspaceName";
-
-QPushButton* makeButton(const QString& text, const QString& kind)
-{
-    auto* button = new QPushButton(text);
-    button->setCursor(Qt::PointingHandCursor);
-    button->setFont(PanelTheme::font(12, kind == u"primary" ? QFont::DemiBold : QFont::Normal));
-    button->setFocusPolicy(Qt::NoFocus);
-    if (!kind.isEmpty())
-        button->setProperty("kind", kind);
-    return button;
 }
-
-} // namespace
 
 WorkspacesPage::WorkspacesPage(Productivity& productivity, const PanelState& panel, QWidget* parent)
     : QWidget(parent), m_productivity(productivity), m_editor(new WorkspaceEditor(productivity, panel)),
@@ -66,25 +55,14 @@ WorkspacesPage::WorkspacesPage(Productivity& productivity, const PanelState& pan
 QStringList WorkspacesPage::presetNames() const
 {
     QStringList names;
-    for (int i = 0; i < m_rows->count(); ++i) {
-        if (QWidget* row = m_rows->itemAt(i)->widget()) {
-            if (auto* name = row->findChild<ElidedTextLabel*>(QString::fromLatin1(rowName)))
-                names.append(name->fullText());
-        }
-    }
+    for (const ElidedTextLabel* name : RowList::named<ElidedTextLabel>(m_rows, QString::fromLatin1(rowName)))
+        names.append(name->fullText());
     return names;
 }
 
 QPushButton* WorkspacesPage::rowButton(int row, const QString& text) const
 {
-    QLayoutItem* item = m_rows->itemAt(row);
-    if (!item || !item->widget())
-        return nullptr;
-    for (QPushButton* button : item->widget()->findChildren<QPushButton*>()) {
-        if (button->text() == text)
-            return button;
-    }
-    return nullptr;
+    return RowList::button<QPushButton>(m_rows, row, text);
 }
 
 bool WorkspacesPage::showsEmptyState() const
@@ -94,14 +72,7 @@ bool WorkspacesPage::showsEmptyState() const
 
 void WorkspacesPage::rebuild()
 {
-    // A row may be the sender of the click that changed the list, so it goes later.
-    while (QLayoutItem* item = m_rows->takeAt(0)) {
-        if (QWidget* widget = item->widget()) {
-            widget->hide();
-            widget->deleteLater();
-        }
-        delete item;
-    }
+    RowList::clear(m_rows);
     for (const WorkspacePreset& preset : m_productivity.presets())
         m_rows->addWidget(makeRow(preset));
     m_empty->setHidden(!m_productivity.presets().isEmpty());
@@ -128,9 +99,9 @@ QWidget* WorkspacesPage::makeRow(const WorkspacePreset& preset)
     texts->addWidget(items);
     layout->addLayout(texts, 1);
 
-    auto* start = makeButton(WorkspaceTexts::start(), QStringLiteral("primary"));
-    auto* edit = makeButton(WorkspaceTexts::edit(), QString());
-    auto* remove = makeButton(WorkspaceTexts::remove(), QStringLiteral("plain"));
+    auto* start = PageButton::make(WorkspaceTexts::start(), QStringLiteral("primary"));
+    auto* edit = PageButton::make(WorkspaceTexts::edit(), QString());
+    auto* remove = PageButton::make(WorkspaceTexts::remove(), QStringLiteral("plain"));
     // The preset in the editor is already being edited.
     edit->setEnabled(m_productivity.workspaceEditingID() != preset.id);
     for (QPushButton* button : {start, edit, remove})
