@@ -2,9 +2,13 @@
 
 #include <QAbstractButton>
 #include <QLayout>
-#include <QList>
 #include <QString>
+#include <QStringList>
 #include <QWidget>
+
+#include <functional>
+
+class QVBoxLayout;
 
 // A page's list of row widgets in a layout: emptied for a rebuild, and its rows' parts found again.
 class RowList
@@ -14,14 +18,20 @@ public:
     // hidden now and deleted later.
     static void clear(QLayout* rows);
 
-    // The child with that object name in each row, in row order; rows without one are passed over.
-    template <typename Child> static QList<Child*> named(const QLayout* rows, const QString& name)
+    // The rows scrolling vertically, above a stretch, with `empty` (the list's empty state, or
+    // none) above them.
+    static QWidget* scrolling(QVBoxLayout* rows, int spacing, QWidget* empty = nullptr);
+
+    // The text of the child with that object name in each row, in row order; rows without one
+    // are passed over.
+    template <typename Child, typename Text>
+    static QStringList texts(const QLayout* rows, const QString& name, Text text)
     {
-        QList<Child*> found;
+        QStringList found;
         for (int i = 0; i < rows->count(); ++i) {
             if (QWidget* row = rows->itemAt(i)->widget()) {
-                if (auto* child = row->findChild<Child*>(name))
-                    found.append(child);
+                if (const Child* child = row->findChild<Child*>(name))
+                    found.append(std::invoke(text, child));
             }
         }
         return found;

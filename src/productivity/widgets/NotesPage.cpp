@@ -11,7 +11,6 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace {
@@ -46,20 +45,7 @@ NotesPage::NotesPage(Productivity& productivity, QWidget* parent)
     buttons->addWidget(m_save);
     column->addLayout(buttons);
 
-    auto* scroll = new QScrollArea;
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    auto* content = new QWidget;
-    auto* list = new QVBoxLayout(content);
-    list->setContentsMargins(0, 0, 0, 0);
-    list->setSpacing(3);
-    list->addWidget(m_empty, 0, Qt::AlignHCenter);
-    m_rows->setSpacing(3);
-    list->addLayout(m_rows);
-    list->addStretch(1);
-    scroll->setWidget(content);
-    column->addWidget(scroll, 3);
+    column->addWidget(RowList::scrolling(m_rows, 3, m_empty), 3);
 
     connect(m_editor, &NoteTextView::edited, &productivity, &Productivity::setNoteDraft);
     connect(&productivity, &Productivity::noteDraftChanged, this, &NotesPage::loadDraft);
@@ -105,10 +91,7 @@ void NotesPage::showEditing()
 
 QStringList NotesPage::noteTexts() const
 {
-    QStringList texts;
-    for (const ElidedTextLabel* text : RowList::named<ElidedTextLabel>(m_rows, QString::fromLatin1(rowText)))
-        texts.append(text->fullText());
-    return texts;
+    return RowList::texts<ElidedTextLabel>(m_rows, QString::fromLatin1(rowText), &ElidedTextLabel::fullText);
 }
 
 QPushButton* NotesPage::rowButton(int row, const QString& text) const

@@ -12,7 +12,6 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace {
@@ -37,18 +36,7 @@ SearchPage::SearchPage(DeviceSearch& search, QWidget* parent)
     top->addWidget(m_scope);
     column->addLayout(top);
 
-    auto* scroll = new QScrollArea;
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    auto* content = new QWidget;
-    auto* list = new QVBoxLayout(content);
-    list->setContentsMargins(0, 0, 0, 0);
-    m_rows->setSpacing(3);
-    list->addLayout(m_rows);
-    list->addStretch(1);
-    scroll->setWidget(content);
-    column->addWidget(scroll, 1);
+    column->addWidget(RowList::scrolling(m_rows, 3), 1);
     column->addWidget(m_status);
 
     connect(m_field, &QLineEdit::textChanged, &search, &DeviceSearch::setText);
@@ -87,10 +75,7 @@ DeviceSearch::Scope SearchPage::currentScope() const
 
 QStringList SearchPage::rowNames() const
 {
-    QStringList names;
-    for (const QPushButton* name : RowList::named<QPushButton>(m_rows, QString::fromLatin1(rowName)))
-        names.append(name->text());
-    return names;
+    return RowList::texts<QPushButton>(m_rows, QString::fromLatin1(rowName), &QPushButton::text);
 }
 
 QAbstractButton* SearchPage::rowButton(int row, const QString& text) const

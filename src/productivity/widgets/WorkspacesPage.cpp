@@ -13,7 +13,6 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace {
@@ -31,20 +30,7 @@ WorkspacesPage::WorkspacesPage(Productivity& productivity, const PanelState& pan
     column->addWidget(m_editor);
 
     // Only the list scrolls: the editor stays in reach however many presets there are.
-    auto* scroll = new QScrollArea;
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    auto* content = new QWidget;
-    auto* list = new QVBoxLayout(content);
-    list->setContentsMargins(0, 0, 0, 0);
-    list->setSpacing(4);
-    list->addWidget(m_empty, 0, Qt::AlignHCenter);
-    m_rows->setSpacing(4);
-    list->addLayout(m_rows);
-    list->addStretch(1);
-    scroll->setWidget(content);
-    column->addWidget(scroll, 1);
+    column->addWidget(RowList::scrolling(m_rows, 4, m_empty), 1);
 
     connect(m_editor, &WorkspaceEditor::chooseRequested, this, &WorkspacesPage::chooseRequested);
     connect(&productivity, &Productivity::presetsChanged, this, &WorkspacesPage::rebuild);
@@ -54,10 +40,7 @@ WorkspacesPage::WorkspacesPage(Productivity& productivity, const PanelState& pan
 
 QStringList WorkspacesPage::presetNames() const
 {
-    QStringList names;
-    for (const ElidedTextLabel* name : RowList::named<ElidedTextLabel>(m_rows, QString::fromLatin1(rowName)))
-        names.append(name->fullText());
-    return names;
+    return RowList::texts<ElidedTextLabel>(m_rows, QString::fromLatin1(rowName), &ElidedTextLabel::fullText);
 }
 
 QPushButton* WorkspacesPage::rowButton(int row, const QString& text) const
