@@ -18,6 +18,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QThread>
@@ -125,7 +126,40 @@ int main(int argc, char** argv)
         waitFor([&] { return !capture.recordingActive(); }, 20000);
         std::printf("recording result: %s\n", qPrintable(capture.captureStatus()));
 
-        // 4. Mirror start to first picture, when there is a camera.
+        // 4. How long launch() itself holds the main thread, for a fresh tool whose encoder probe
+        // has only just started (the first recording of a session) and for a screenshot, and the
+        // time until the recording writes.
+        {
+            LinuxCaptureTool fresh;
+            fresh.extension(CaptureTool::Mode::video);
+            qputenv("BRENLOW_CAPTURE_GEOMETRY", "320x240+0+0");
+            QElapsedTimer call;
+            call.start();
+            const bool started =
+                !fresh.launch(CaptureTool::Mode::video, folder.filePath(QStringLiteral("first.mp4")));
+            const double launchMs = call.nsecsElapsed() / 1e6;
+            waitFor(
+                [&] {
+                    return QFileInfo(folder.filePath(QStringLiteral("first.mp4"))).size() > 0 ||
+                           !fresh.running();
+                },
+                20000);
+            std::printf("first recording: launch() blocks   %8.2f ms, writing after %6lld ms%s\n", launchMs,
+                        call.elapsed(), started ? "" : " (did not start)");
+            fresh.stop();
+            waitFor([&] { return !fresh.running(); }, 20000);
+
+            qputenv("BRENLOW_CAPTURE_GEOMETRY", "320x240+0+0");
+            call.start();
+            const bool shot =
+                !fresh.launch(CaptureTool::Mode::screenshot, folder.filePath(QStringLiteral("b.png")));
+            const double shotMs = call.nsecsElapsed() / 1e6;
+            waitFor([&] { return !fresh.running(); }, 20000);
+            std::printf("screenshot: launch() blocks        %8.2f ms%s\n", shotMs,
+                        shot ? "" : " (did not start)");
+        }
+
+        // 5. Mirror start to first picture, when there is a camera.
         LinuxCameraFeed feed;
         CameraMirror mirror(feed);
         QElapsedTimer start;

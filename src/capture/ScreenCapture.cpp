@@ -171,6 +171,10 @@ void ScreenCapture::toolFinished(const CaptureTool::Outcome& outcome)
     if (!m_pending || !m_launched)
         return;
     const Pending pending = *m_pending;
+    if (!outcome.started) {
+        finishCapture(CaptureTexts::launchFailed(outcome.errorText));
+        return;
+    }
     const QFileInfo written(pending.temporary);
     if (outcome.exitStatus == 0 && written.exists() && written.size() >= 1) {
         if (!moveIntoPlace(pending.temporary, pending.destination)) {

@@ -15,11 +15,13 @@ public:
     enum class Mode { screenshot, video };
 
     // How a capture ended: the program's exit status and what it wrote to standard error,
-    // trimmed (a cancelled selection ends with a non-zero status and usually no text).
+    // trimmed (a cancelled selection ends with a non-zero status and usually no text). A launch
+    // whose first program could not be started ends with started false and the reason, in German.
     struct Outcome
     {
         int exitStatus = 0;
         QString errorText;
+        bool started = true;
     };
 
     using QObject::QObject;
@@ -27,8 +29,9 @@ public:
     // The file the mode writes: its extension without the dot and the save dialog's type name.
     virtual QString extension(Mode mode) const = 0;
     virtual QString typeName(Mode mode) const = 0;
-    // Starts a capture into `path` (used as it is, one argument). Nothing when it started,
-    // else the reason, in German, why it could not.
+    // Starts a capture into `path` (used as it is, one argument). Nothing when it is under way,
+    // else the reason, in German, why it could not start; a program that is found but fails to
+    // start is reported later, through finished().
     virtual std::optional<QString> launch(Mode mode, const QString& path) = 0;
     virtual bool running() const = 0;
     // Asks a running capture to end: a recording is told to finish, so its file stays complete;

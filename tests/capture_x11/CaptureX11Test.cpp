@@ -81,6 +81,15 @@ qint64 writtenBytes(const QString& folder)
     return total;
 }
 
+bool writeProgram(const QString& path, const QByteArray& script)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(script) != script.size())
+        return false;
+    file.close();
+    return file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
 } // namespace
 
 class CaptureX11Test : public QObject
@@ -190,25 +199,53 @@ private Q_SLOTS:
         qputenv("PATH", bin.path().toUtf8());
         Rig rig;
         QTemporaryDir folder;
-        QVERIFY(rig.run(CaptureKind::screenshot, folder.filePath(QStringLiteral("a.png")),
-                        QStringLiteral("10x10+0+0")));
-        QVERIFY(rig.finished());
-        QCOMPARE(
-            rig.capture.captureStatus(),
-            QStringLiteral("Bildschirmaufnahme konnte nicht gestartet werden: Das Programm „maim“ fehlt. "
-                           "Installiere das Debian-Paket „maim“."));
+        // Not on the PATH at all, then found but impossible to start (told once the start failed).
+        for (const QByteArray& maim : {QByteArray(), QByteArray("#!/nonexistent/sh\n")}) {
+            QVERIFY(maim.isEmpty() || writeProgram(bin.filePath(QStringLiteral("maim")), maim));
+            QVERIFY(rig.run(CaptureKind::screenshot, folder.filePath(QStringLiteral("a.png")),
+                            QStringLiteral("10x10+0+0")));
+            QVERIFY(rig.finished());
+            QCOMPARE(
+                rig.capture.captureStatus(),
+                QStringLiteral("Bildschirmaufnahme konnte nicht gestartet werden: Das Programm „maim“ fehlt. "
+                               "Installiere das Debian-Paket „maim“."));
+        }
 
-        QFile fake(bin.filePath(QStringLiteral("maim")));
-        QVERIFY(fake.open(QIODevice::WriteOnly));
-        fake.write("#!/bin/sh\nfor a in \"$@\"; do last=\"$a\"; done\nprintf x > \"$last\"\n"
-                   "/usr/bin/head -c 1048576 /dev/zero | /usr/bin/tr '\\0' 'e' >&2\nkill -SEGV $$\n");
-        fake.close();
-        fake.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QVERIFY(
+            writeProgram(bin.filePath(QStringLiteral("maim")),
+                         "#!/bin/sh\nfor a in \"$@\"; do last=\"$a\"; done\nprintf x > \"$last\"\n"
+                         "/usr/bin/head -c 1048576 /dev/zero | /usr/bin/tr '\\0' 'e' >&2\nkill -SEGV $$\n"));
         QVERIFY(rig.run(CaptureKind::screenshot, folder.filePath(QStringLiteral("b.png")),
                         QStringLiteral("10x10+0+0")));
         QVERIFY(rig.finished());
         QCOMPARE(rig.capture.captureStatus(),
                  QStringLiteral("Keine Aufnahme erstellt. ") + QString(240, QLatin1Char('e')));
+        QVERIFY(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).isEmpty());
+    }
+
+    void aRecordingStoppedWhileTheEncodersAreAskedNeverStarts()
+    {
+        // An ffmpeg whose encoder list never comes: the recording waits for it, and is stopped.
+        const QByteArray path = qgetenv("PATH");
+        const auto restore = qScopeGuard([path] { qputenv("PATH", path); });
+        QTemporaryDir bin;
+        QVERIFY(writeProgram(bin.filePath(QStringLiteral("ffmpeg")),
+                             "#!/bin/sh\ncase \"$*\" in *-encoders*) exec /bin/sleep 30;; esac\n"
+                             "exec /usr/bin/ffmpeg \"$@\"\n"));
+        qputenv("PATH", bin.path().toUtf8());
+        Rig rig;
+        QTemporaryDir folder;
+        QVERIFY(rig.run(CaptureKind::video, folder.filePath(QStringLiteral("never.mp4")),
+                        QStringLiteral("64x64+0+0")));
+        QVERIFY(QTest::qWaitFor([&] { return rig.capture.recordingActive(); }, 5000));
+        QVERIFY(rig.tool.running());
+        QVERIFY(rig.fixture.memory.statusBar.clickStop());
+        QVERIFY(!rig.tool.running());
+        QCOMPARE(rig.capture.captureStatus(),
+                 QStringLiteral("Keine Aufnahme erstellt. Auswahl abgebrochen oder keine Datei erstellt."));
+        // Past the time the wait gives the probe: the stopped recording must not start after all.
+        QTest::qWait(2500);
+        QVERIFY(!rig.tool.running());
         QVERIFY(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).isEmpty());
     }
 };

@@ -175,6 +175,11 @@ private Q_SLOTS:
         model.pollClipboard();
         QCOMPARE(model.clips().size(), 1);
         QCOMPARE(model.clips().first().text, QStringLiteral("vorher"));
+        // The next copy that can be read is taken as usual.
+        fixture.memory.clock.advance(60);
+        pasteboard.copyFromOutside(QStringLiteral("danach"));
+        model.pollClipboard();
+        QCOMPARE(model.clips().first().text, QStringLiteral("danach"));
 
         model.setMessage(QString());
         model.clipboardHistory().setRecording(false);

@@ -1,6 +1,5 @@
 #include "X11ClipboardTest.h"
 
-#include "OwnerProcess.h"
 #include "TestSupport.h"
 
 #include "clipboard/ClipboardArchive.h"
@@ -126,32 +125,6 @@ private Q_SLOTS:
         copyWithXclip(memory, c);
         QTRY_COMPARE_WITH_TIMEOUT(firstText(model), c, captureTimeout);
         QCOMPARE(model.clips().size(), 3);
-    }
-
-    void hungOwnerIsReportedAndTheNextCopyIsCaptured()
-    {
-        QTemporaryDir dir;
-        ScratchDomain domain;
-        MemoryPlatform memory;
-        LinuxPasteboard pasteboard(QGuiApplication::clipboard());
-        QVERIFY(watching(pasteboard));
-        const Platform platform = memory.platform(pasteboard);
-        Model model(*domain.defaults, platform, true, pasteboard,
-                    dir.filePath(QStringLiteral("clipboard.sqlite")));
-        model.stopHeartbeat();
-
-        OwnerProcess hung("hung");
-        QVERIFY(hung.take(QStringLiteral("hängt")));
-        QTRY_COMPARE_WITH_TIMEOUT(
-            model.message(),
-            QStringLiteral("Kopie nicht übernommen: Die Anwendung, aus der kopiert wurde, antwortet nicht."),
-            captureTimeout);
-        QVERIFY(model.clips().isEmpty());
-
-        const QString next = QStringLiteral("Danach kopiert");
-        copyWithXclip(memory, next);
-        QTRY_COMPARE_WITH_TIMEOUT(firstText(model), next, captureTimeout);
-        QCOMPARE(model.clips().size(), 1);
     }
 
 private:

@@ -259,6 +259,55 @@ private Q_SLOTS:
         QFile::remove(dev + QStringLiteral("/video0"));
         QVERIFY(!LinuxCameraActivity(proc, dev, 300).cameraInUse());
     }
+
+    void theCameraAnswerIsKeptUntilANodeIsOpenedClosedAddedOrRemoved()
+    {
+        // Plain files stand in for the video nodes: inotify reports their opens the same way.
+        QTemporaryDir root;
+        const QString proc = root.filePath(QStringLiteral("proc"));
+        const QString dev = root.filePath(QStringLiteral("dev"));
+        QDir().mkpath(dev);
+        const QString zoom = proc + QStringLiteral("/400");
+        auto zoomHolds = [&](bool holds) {
+            if (!holds) {
+                QDir(zoom).removeRecursively();
+                return;
+            }
+            writeFile(zoom + QStringLiteral("/comm"), "zoom\n");
+            QDir().mkpath(zoom + QStringLiteral("/fd"));
+            QFile::link(QStringLiteral("/dev/video0"), zoom + QStringLiteral("/fd/7"));
+        };
+        auto touch = [&](const QString& name) {
+            QFile node(dev + QLatin1Char('/') + name);
+            QVERIFY(node.open(QIODevice::ReadOnly));
+        };
+        writeFile(dev + QStringLiteral("/video0"), {});
+        zoomHolds(true);
+        LinuxCameraActivity cameras(proc, dev, 300);
+        QVERIFY(cameras.cameraInUse());
+
+        // Nothing touched the node: the processes are not looked at again.
+        zoomHolds(false);
+        QVERIFY(cameras.cameraInUse());
+        touch(QStringLiteral("video0"));
+        QVERIFY(!cameras.cameraInUse());
+
+        // A node that appears is looked for, and watched from then on.
+        zoomHolds(true);
+        writeFile(dev + QStringLiteral("/video1"), {});
+        QVERIFY(cameras.cameraInUse());
+        zoomHolds(false);
+        touch(QStringLiteral("video1"));
+        QVERIFY(!cameras.cameraInUse());
+
+        // With the last node gone nobody can hold a camera, whatever the processes say.
+        zoomHolds(true);
+        touch(QStringLiteral("video1"));
+        QVERIFY(cameras.cameraInUse());
+        QFile::remove(dev + QStringLiteral("/video0"));
+        QFile::remove(dev + QStringLiteral("/video1"));
+        QVERIFY(!cameras.cameraInUse());
+    }
 };
 
 QTEST_GUILESS_MAIN(DevicesTest)

@@ -5,7 +5,6 @@
 #include "settings/Preferences.h"
 #include "setup/OnboardingState.h"
 
-#include <QFile>
 #include <QJsonDocument>
 #include <QSignalSpy>
 #include <QTest>
@@ -46,16 +45,6 @@ private Q_SLOTS:
         QVERIFY(!reopened.boolValue(QStringLiteral("s")));
         QVERIFY(!reopened.dateValue(QStringLiteral("d")));
         QVERIFY(!reopened.stringValue(QStringLiteral("missing")));
-    }
-
-    void removingADomainLeavesNothingBehind()
-    {
-        ScratchDomain domain;
-        domain.defaults->setBool(QStringLiteral("x"), true);
-        QVERIFY(QFile::exists(domain.defaults->filePath()));
-        domain.defaults->removeDomain();
-        QVERIFY(!QFile::exists(domain.defaults->filePath()));
-        QVERIFY(!domain.reopen().contains(QStringLiteral("x")));
     }
 
     void recordEncodingFollowsTheReferenceDate()

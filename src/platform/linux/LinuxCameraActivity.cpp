@@ -1,6 +1,5 @@
 #include "platform/linux/LinuxCameraActivity.h"
 
-#include <QDir>
 #include <QFile>
 
 #include <cstdlib>
@@ -51,7 +50,7 @@ bool holdsVideoNode(int processFolder)
 } // namespace
 
 LinuxCameraActivity::LinuxCameraActivity(QString procRoot, QString devRoot, qint64 ownPid)
-    : m_procRoot(std::move(procRoot)), m_devRoot(std::move(devRoot)), m_ownPid(ownPid)
+    : m_procRoot(std::move(procRoot)), m_ownPid(ownPid), m_watch(devRoot)
 {}
 
 qint64 LinuxCameraActivity::currentPid()
@@ -61,10 +60,12 @@ qint64 LinuxCameraActivity::currentPid()
 
 bool LinuxCameraActivity::cameraInUse() const
 {
+    const std::lock_guard lock(m_mutex);
+    if (!m_watch.changed())
+        return m_inUse;
     // Without a video node there is nothing to look for in every process's files.
-    if (QDir(m_devRoot).entryList({QStringLiteral("video*")}, QDir::System | QDir::Files).isEmpty())
-        return false;
-    return userOfCamera(m_procRoot, m_ownPid) != 0;
+    m_inUse = m_watch.hasNodes() && userOfCamera(m_procRoot, m_ownPid) != 0;
+    return m_inUse;
 }
 
 qint64 LinuxCameraActivity::userOfCamera(const QString& procRoot, qint64 ownPid)

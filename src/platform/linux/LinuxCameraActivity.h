@@ -1,12 +1,17 @@
 #pragma once
 
 #include "platform/CameraActivity.h"
+#include "platform/linux/VideoNodeWatch.h"
 
 #include <QString>
 
+#include <mutex>
+
 // A camera is in use when another process holds a /dev/video* node open. The desktop's media
 // servers (PipeWire, WirePlumber) keep nodes open to watch them, and this program's own mirror
-// is no other application: neither counts.
+// is no other application: neither counts. Looking through every process's open files is costly,
+// so it happens only after a node was opened, closed, added or removed; otherwise the last answer
+// stands.
 class LinuxCameraActivity final : public CameraActivity
 {
 public:
@@ -20,6 +25,8 @@ public:
 
 private:
     QString m_procRoot;
-    QString m_devRoot;
     qint64 m_ownPid;
+    mutable std::mutex m_mutex;
+    mutable VideoNodeWatch m_watch;
+    mutable bool m_inUse = false;
 };

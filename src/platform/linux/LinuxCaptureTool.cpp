@@ -14,6 +14,8 @@ constexpr qsizetype errorLimit = 64 * 1024;
 // How long a recording may take to write its end after "q" before it gets SIGTERM, which ffmpeg
 // also answers by finishing the file.
 constexpr int finishGraceMs = 8000;
+// How long a recording waits for the encoder probe before it assumes H.264.
+constexpr int probeWaitMs = 2000;
 
 QString missingProgram(const QString& program)
 {
@@ -47,8 +49,11 @@ LinuxCaptureTool::~LinuxCaptureTool()
     // A recording still running is finished, never cut off: its file stays playable.
     if (m_process)
         stopAndWait();
-    if (m_probe)
-        m_probe->waitForFinished(2000);
+    if (m_probe) {
+        m_probe->disconnect(this);
+        m_probe->kill();
+        m_probe->waitForFinished(1000);
+    }
 }
 
 QStringList LinuxCaptureTool::screenshotArguments(const QString& geometry, const QString& path)
@@ -92,14 +97,31 @@ void LinuxCaptureTool::probeEncoders() const
     if (ffmpeg.isEmpty())
         return;
     auto* self = const_cast<LinuxCaptureTool*>(this);
+    const quint64 serial = ++m_probeSerial;
     m_probe = new QProcess(self);
     m_probe->setStandardErrorFile(QProcess::nullDevice());
-    connect(m_probe, &QProcess::finished, self, [self] {
-        self->m_h264 = self->m_probe->readAllStandardOutput().contains(" libx264 ");
-        self->m_probe->deleteLater();
-        self->m_probe = nullptr;
+    connect(m_probe, &QProcess::finished, self, [self, serial, probe = m_probe] {
+        self->encodersKnown(serial, probe->readAllStandardOutput().contains(" libx264 "));
+    });
+    connect(m_probe, &QProcess::errorOccurred, self, [self, serial](QProcess::ProcessError error) {
+        // A probe that cannot start never finishes; one that crashes still does.
+        if (error == QProcess::FailedToStart)
+            QTimer::singleShot(0, self, [self, serial] { self->encodersKnown(serial, std::nullopt); });
     });
     m_probe->start(ffmpeg, {QStringLiteral("-hide_banner"), QStringLiteral("-encoders")});
+}
+
+void LinuxCaptureTool::encodersKnown(quint64 probe, std::optional<bool> h264)
+{
+    if (probe != m_probeSerial || !m_probe)
+        return;
+    m_probe->deleteLater();
+    m_probe = nullptr;
+    // No answer leaves the question open for the next recording.
+    if (h264)
+        m_h264 = h264;
+    if (m_stage == Stage::waitingForEncoders)
+        startCapture(m_waitingGeometry, m_waitingFirst);
 }
 
 bool LinuxCaptureTool::h264() const
@@ -125,24 +147,31 @@ QString LinuxCaptureTool::typeName(Mode mode) const
 
 std::optional<QString> LinuxCaptureTool::launch(Mode mode, const QString& path)
 {
-    if (m_process)
+    if (m_stage != Stage::idle)
         return QStringLiteral("Es läuft bereits eine Aufnahme.");
     const QString program = mode == Mode::screenshot ? QStringLiteral("maim") : QStringLiteral("ffmpeg");
     if (QStandardPaths::findExecutable(program).isEmpty())
         return missingProgram(program);
     if (mode == Mode::video && qEnvironmentVariableIsEmpty("DISPLAY"))
         return QStringLiteral("Keine X11-Anzeige gefunden (DISPLAY ist nicht gesetzt).");
-    if (mode == Mode::video && m_probe)
-        m_probe->waitForFinished(2000);
+    const QString fixed = qEnvironmentVariable("BRENLOW_CAPTURE_GEOMETRY");
+    if (!fixed.isEmpty() && !parseGeometry(fixed))
+        return QStringLiteral("Ungültiger Bildschirmbereich „%1“.").arg(fixed);
+    if (fixed.isEmpty() && QStandardPaths::findExecutable(QStringLiteral("slop")).isEmpty())
+        return missingProgram(QStringLiteral("slop"));
+    ++m_launch;
     m_mode = mode;
     m_path = path;
     m_program = program;
     m_errors.clear();
     m_cancelled = false;
-    const QString fixed = qEnvironmentVariable("BRENLOW_CAPTURE_GEOMETRY");
+    if (mode == Mode::video)
+        probeEncoders();
     if (!fixed.isEmpty())
-        return startCapture(fixed);
-    return startSelection();
+        captureArea(fixed, true);
+    else
+        startSelection();
+    return std::nullopt;
 }
 
 QProcess* LinuxCaptureTool::makeProcess(const QString& program)
@@ -153,24 +182,32 @@ QProcess* LinuxCaptureTool::makeProcess(const QString& program)
     return process;
 }
 
-std::optional<QString> LinuxCaptureTool::startSelection()
+void LinuxCaptureTool::start(QProcess* process, const QString& program, QIODevice::OpenMode mode, bool first)
 {
-    if (QStandardPaths::findExecutable(QStringLiteral("slop")).isEmpty())
-        return missingProgram(QStringLiteral("slop"));
+    connect(process, &QProcess::errorOccurred, this,
+            [this, process, program, first](QProcess::ProcessError error) {
+                if (error != QProcess::FailedToStart)
+                    return;
+                // Qt may say so inside start(): the answer waits until launch() has returned.
+                QTimer::singleShot(0, this, [this, process, program, first] {
+                    if (process != m_process)
+                        return;
+                    m_process = nullptr;
+                    process->deleteLater();
+                    finish(1, missingProgram(program), !first);
+                });
+            });
+    process->start(mode);
+}
+
+void LinuxCaptureTool::startSelection()
+{
     m_process = makeProcess(QStringLiteral("slop"));
     // A click picks the window under the pointer, a drag an area; the frame stays out of the shot.
     m_process->setArguments({QStringLiteral("--format=%wx%h+%x+%y"), QStringLiteral("--nodecorations")});
     connect(m_process, &QProcess::finished, this, &LinuxCaptureTool::selectionEnded);
     m_stage = Stage::selecting;
-    m_process->start(QIODevice::ReadOnly);
-    if (!m_process->waitForStarted(3000)) {
-        const QString reason = m_process->errorString();
-        m_process->deleteLater();
-        m_process = nullptr;
-        m_stage = Stage::idle;
-        return reason;
-    }
-    return std::nullopt;
+    start(m_process, QStringLiteral("slop"), QIODevice::ReadOnly, true);
 }
 
 void LinuxCaptureTool::selectionEnded(int exitCode, QProcess::ExitStatus status)
@@ -190,35 +227,39 @@ void LinuxCaptureTool::selectionEnded(int exitCode, QProcess::ExitStatus status)
         return;
     }
     m_errors.clear();
-    if (const std::optional<QString> failure = startCapture(geometry))
-        finish(1, *failure);
+    captureArea(geometry, false);
 }
 
-std::optional<QString> LinuxCaptureTool::startCapture(const QString& geometry)
+void LinuxCaptureTool::captureArea(const QString& geometry, bool first)
 {
-    if (!parseGeometry(geometry))
-        return QStringLiteral("Ungültiger Bildschirmbereich „%1“.").arg(geometry);
+    if (m_mode != Mode::video || !m_probe) {
+        startCapture(geometry, first);
+        return;
+    }
+    // The encoders decide the arguments: the recording starts when the probe answers, or
+    // without its answer when it takes too long.
+    m_stage = Stage::waitingForEncoders;
+    m_waitingGeometry = geometry;
+    m_waitingFirst = first;
+    QTimer::singleShot(probeWaitMs, this, [this, launch = m_launch] {
+        if (launch == m_launch && m_stage == Stage::waitingForEncoders)
+            startCapture(m_waitingGeometry, m_waitingFirst);
+    });
+}
+
+void LinuxCaptureTool::startCapture(const QString& geometry, bool first)
+{
     m_process = makeProcess(m_program);
-    if (m_mode == Mode::screenshot) {
+    if (m_mode == Mode::screenshot)
         m_process->setArguments(screenshotArguments(geometry, m_path));
-        m_process->setStandardOutputFile(QProcess::nullDevice());
-    } else {
+    else
         m_process->setArguments(
             videoArguments(qEnvironmentVariable("DISPLAY"), geometry, m_h264.value_or(true), m_path));
-        m_process->setStandardOutputFile(QProcess::nullDevice());
-    }
+    m_process->setStandardOutputFile(QProcess::nullDevice());
     connect(m_process, &QProcess::finished, this, &LinuxCaptureTool::captureEnded);
     m_stage = Stage::capturing;
     // ffmpeg keeps its standard input open: that is where "q" arrives.
-    m_process->start(m_mode == Mode::video ? QIODevice::ReadWrite : QIODevice::ReadOnly);
-    if (!m_process->waitForStarted(3000)) {
-        const QString reason = m_process->errorString();
-        m_process->deleteLater();
-        m_process = nullptr;
-        m_stage = Stage::idle;
-        return reason;
-    }
-    return std::nullopt;
+    start(m_process, m_program, m_mode == Mode::video ? QIODevice::ReadWrite : QIODevice::ReadOnly, first);
 }
 
 void LinuxCaptureTool::captureEnded(int exitCode, QProcess::ExitStatus status)
@@ -244,7 +285,7 @@ void LinuxCaptureTool::collectErrors(QProcess* process)
         m_errors.append(chunk.left(errorLimit - m_errors.size()));
 }
 
-void LinuxCaptureTool::finish(int exitStatus, const QString& errorText)
+void LinuxCaptureTool::finish(int exitStatus, const QString& errorText, bool started)
 {
     if (m_finishTimeout) {
         m_finishTimeout->stop();
@@ -253,12 +294,16 @@ void LinuxCaptureTool::finish(int exitStatus, const QString& errorText)
     }
     m_stage = Stage::idle;
     m_errors.clear();
-    Q_EMIT finished(Outcome{exitStatus, errorText});
+    Q_EMIT finished(Outcome{exitStatus, errorText, started});
 }
 
 void LinuxCaptureTool::stop()
 {
     m_cancelled = true;
+    if (m_stage == Stage::waitingForEncoders) {
+        finish(1, QString());
+        return;
+    }
     if (!m_process)
         return;
     if (m_stage == Stage::selecting) {

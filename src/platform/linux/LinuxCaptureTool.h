@@ -26,7 +26,7 @@ public:
     QString extension(Mode mode) const override;
     QString typeName(Mode mode) const override;
     std::optional<QString> launch(Mode mode, const QString& path) override;
-    bool running() const override { return m_process != nullptr; }
+    bool running() const override { return m_stage != Stage::idle; }
     void stop() override;
     void stopAndWait() override;
 
@@ -36,17 +36,23 @@ public:
                                       const QString& path);
 
 private:
-    enum class Stage { idle, selecting, capturing };
+    // waitingForEncoders: the area is known, the recording waits for the encoder probe.
+    enum class Stage { idle, selecting, waitingForEncoders, capturing };
 
     void probeEncoders() const;
+    void encodersKnown(quint64 probe, std::optional<bool> h264);
     bool h264() const;
-    std::optional<QString> startSelection();
+    void startSelection();
     void selectionEnded(int exitCode, QProcess::ExitStatus status);
-    std::optional<QString> startCapture(const QString& geometry);
+    void captureArea(const QString& geometry, bool first);
+    void startCapture(const QString& geometry, bool first);
     void captureEnded(int exitCode, QProcess::ExitStatus status);
     void collectErrors(QProcess* process);
-    void finish(int exitStatus, const QString& errorText);
+    void finish(int exitStatus, const QString& errorText, bool started = true);
     QProcess* makeProcess(const QString& program);
+    // Starts without waiting; a program that cannot be started ends the capture, reported as
+    // not started when it is the launch's first program.
+    void start(QProcess* process, const QString& program, QIODevice::OpenMode mode, bool first);
 
     Mode m_mode = Mode::screenshot;
     Stage m_stage = Stage::idle;
@@ -56,7 +62,12 @@ private:
     QByteArray m_errors;
     bool m_cancelled = false;
     QTimer* m_finishTimeout = nullptr;
+    // Counts launches, so that a wait for the encoders ends only the launch that began it.
+    quint64 m_launch = 0;
+    QString m_waitingGeometry;
+    bool m_waitingFirst = false;
     // Whether ffmpeg can write H.264; asked once, in the background, when first needed.
     mutable QProcess* m_probe = nullptr;
+    mutable quint64 m_probeSerial = 0;
     mutable std::optional<bool> m_h264;
 };

@@ -6,11 +6,11 @@
 #include "productivity/widgets/NoteTextView.h"
 #include "productivity/widgets/PageButton.h"
 #include "ui/Card.h"
+#include "ui/RowList.h"
 #include "ui/TextLabel.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace {
@@ -45,20 +45,7 @@ NotesPage::NotesPage(Productivity& productivity, QWidget* parent)
     buttons->addWidget(m_save);
     column->addLayout(buttons);
 
-    auto* scroll = new QScrollArea;
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    auto* content = new QWidget;
-    auto* list = new QVBoxLayout(content);
-    list->setContentsMargins(0, 0, 0, 0);
-    list->setSpacing(3);
-    list->addWidget(m_empty, 0, Qt::AlignHCenter);
-    m_rows->setSpacing(3);
-    list->addLayout(m_rows);
-    list->addStretch(1);
-    scroll->setWidget(content);
-    column->addWidget(scroll, 3);
+    column->addWidget(RowList::scrolling(m_rows, 3, m_empty), 3);
 
     connect(m_editor, &NoteTextView::edited, &productivity, &Productivity::setNoteDraft);
     connect(&productivity, &Productivity::noteDraftChanged, this, &NotesPage::loadDraft);
@@ -104,38 +91,17 @@ void NotesPage::showEditing()
 
 QStringList NotesPage::noteTexts() const
 {
-    QStringList texts;
-    for (int i = 0; i < m_rows->count(); ++i) {
-        if (QWidget* row = m_rows->itemAt(i)->widget()) {
-            if (auto* text = row->findChild<ElidedTextLabel*>(QString::fromLatin1(rowText)))
-                texts.append(text->fullText());
-        }
-    }
-    return texts;
+    return RowList::texts<ElidedTextLabel>(m_rows, QString::fromLatin1(rowText), &ElidedTextLabel::fullText);
 }
 
 QPushButton* NotesPage::rowButton(int row, const QString& text) const
 {
-    QLayoutItem* item = m_rows->itemAt(row);
-    if (!item || !item->widget())
-        return nullptr;
-    for (QPushButton* button : item->widget()->findChildren<QPushButton*>()) {
-        if (button->text() == text)
-            return button;
-    }
-    return nullptr;
+    return RowList::button<QPushButton>(m_rows, row, text);
 }
 
 void NotesPage::rebuild()
 {
-    // A row may be the sender of the click that changed the list, so it goes later.
-    while (QLayoutItem* item = m_rows->takeAt(0)) {
-        if (QWidget* widget = item->widget()) {
-            widget->hide();
-            widget->deleteLater();
-        }
-        delete item;
-    }
+    RowList::clear(m_rows);
     for (const QuickNote& note : m_productivity.notes())
         m_rows->addWidget(makeRow(note));
     m_empty->setHidden(!m_productivity.notes().isEmpty());

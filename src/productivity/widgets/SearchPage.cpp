@@ -3,6 +3,7 @@
 #include "productivity/SearchTexts.h"
 #include "productivity/widgets/PageButton.h"
 #include "ui/Card.h"
+#include "ui/RowList.h"
 #include "ui/SegmentedControl.h"
 #include "ui/SymbolButton.h"
 #include "ui/SymbolLabel.h"
@@ -11,7 +12,6 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace {
@@ -36,18 +36,7 @@ SearchPage::SearchPage(DeviceSearch& search, QWidget* parent)
     top->addWidget(m_scope);
     column->addLayout(top);
 
-    auto* scroll = new QScrollArea;
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    auto* content = new QWidget;
-    auto* list = new QVBoxLayout(content);
-    list->setContentsMargins(0, 0, 0, 0);
-    m_rows->setSpacing(3);
-    list->addLayout(m_rows);
-    list->addStretch(1);
-    scroll->setWidget(content);
-    column->addWidget(scroll, 1);
+    column->addWidget(RowList::scrolling(m_rows, 3), 1);
     column->addWidget(m_status);
 
     connect(m_field, &QLineEdit::textChanged, &search, &DeviceSearch::setText);
@@ -86,26 +75,12 @@ DeviceSearch::Scope SearchPage::currentScope() const
 
 QStringList SearchPage::rowNames() const
 {
-    QStringList names;
-    for (int i = 0; i < m_rows->count(); ++i) {
-        if (QWidget* row = m_rows->itemAt(i)->widget()) {
-            if (auto* name = row->findChild<QPushButton*>(QString::fromLatin1(rowName)))
-                names.append(name->text());
-        }
-    }
-    return names;
+    return RowList::texts<QPushButton>(m_rows, QString::fromLatin1(rowName), &QPushButton::text);
 }
 
 QAbstractButton* SearchPage::rowButton(int row, const QString& text) const
 {
-    QLayoutItem* item = m_rows->itemAt(row);
-    if (!item || !item->widget())
-        return nullptr;
-    for (QAbstractButton* button : item->widget()->findChildren<QAbstractButton*>()) {
-        if (button->text() == text || button->toolTip() == text)
-            return button;
-    }
-    return nullptr;
+    return RowList::button(m_rows, row, text);
 }
 
 QString SearchPage::statusText() const
@@ -115,14 +90,7 @@ QString SearchPage::statusText() const
 
 void SearchPage::rebuild()
 {
-    // A row may be the sender of the click that changed the list, so it goes later.
-    while (QLayoutItem* item = m_rows->takeAt(0)) {
-        if (QWidget* widget = item->widget()) {
-            widget->hide();
-            widget->deleteLater();
-        }
-        delete item;
-    }
+    RowList::clear(m_rows);
     for (const SearchResult& result : DeviceSearch::filtered(m_search.results(), currentScope()))
         m_rows->addWidget(makeRow(result));
 }

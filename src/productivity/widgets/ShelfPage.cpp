@@ -6,6 +6,7 @@
 #include "productivity/ShelfTexts.h"
 #include "productivity/widgets/PageButton.h"
 #include "productivity/widgets/ShelfFileView.h"
+#include "ui/RowList.h"
 #include "ui/SymbolButton.h"
 #include "ui/SymbolLabel.h"
 #include "ui/TextLabel.h"
@@ -122,14 +123,7 @@ void ShelfPage::showFiles()
 
 void ShelfPage::rebuildApps()
 {
-    // A chip may be the sender of the click that changed the list, so it goes later.
-    while (QLayoutItem* item = m_apps->takeAt(0)) {
-        if (QWidget* widget = item->widget()) {
-            widget->hide();
-            widget->deleteLater();
-        }
-        delete item;
-    }
+    RowList::clear(m_apps);
     for (const QUrl& url : m_shelf.apps()) {
         auto* chip = new QWidget;
         auto* layout = new QHBoxLayout(chip);

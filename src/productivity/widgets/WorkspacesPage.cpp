@@ -3,33 +3,21 @@
 #include "productivity/Productivity.h"
 #include "productivity/WorkspaceTexts.h"
 #include "productivity/widgets/ElidedTextLabel.h"
+#include "productivity/widgets/PageButton.h"
 #include "productivity/widgets/WorkspaceEditor.h"
 #include "ui/Card.h"
 #include "ui/PanelTheme.h"
+#include "ui/RowList.h"
 #include "ui/SymbolLabel.h"
 #include "ui/TextLabel.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace {
-
 const char* const rowName = "workspaceName";
-
-QPushButton* makeButton(const QString& text, const QString& kind)
-{
-    auto* button = new QPushButton(text);
-    button->setCursor(Qt::PointingHandCursor);
-    button->setFont(PanelTheme::font(12, kind == u"primary" ? QFont::DemiBold : QFont::Normal));
-    button->setFocusPolicy(Qt::NoFocus);
-    if (!kind.isEmpty())
-        button->setProperty("kind", kind);
-    return button;
 }
-
-} // namespace
 
 WorkspacesPage::WorkspacesPage(Productivity& productivity, const PanelState& panel, QWidget* parent)
     : QWidget(parent), m_productivity(productivity), m_editor(new WorkspaceEditor(productivity, panel)),
@@ -42,20 +30,7 @@ WorkspacesPage::WorkspacesPage(Productivity& productivity, const PanelState& pan
     column->addWidget(m_editor);
 
     // Only the list scrolls: the editor stays in reach however many presets there are.
-    auto* scroll = new QScrollArea;
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    auto* content = new QWidget;
-    auto* list = new QVBoxLayout(content);
-    list->setContentsMargins(0, 0, 0, 0);
-    list->setSpacing(4);
-    list->addWidget(m_empty, 0, Qt::AlignHCenter);
-    m_rows->setSpacing(4);
-    list->addLayout(m_rows);
-    list->addStretch(1);
-    scroll->setWidget(content);
-    column->addWidget(scroll, 1);
+    column->addWidget(RowList::scrolling(m_rows, 4, m_empty), 1);
 
     connect(m_editor, &WorkspaceEditor::chooseRequested, this, &WorkspacesPage::chooseRequested);
     connect(&productivity, &Productivity::presetsChanged, this, &WorkspacesPage::rebuild);
@@ -65,26 +40,12 @@ WorkspacesPage::WorkspacesPage(Productivity& productivity, const PanelState& pan
 
 QStringList WorkspacesPage::presetNames() const
 {
-    QStringList names;
-    for (int i = 0; i < m_rows->count(); ++i) {
-        if (QWidget* row = m_rows->itemAt(i)->widget()) {
-            if (auto* name = row->findChild<ElidedTextLabel*>(QString::fromLatin1(rowName)))
-                names.append(name->fullText());
-        }
-    }
-    return names;
+    return RowList::texts<ElidedTextLabel>(m_rows, QString::fromLatin1(rowName), &ElidedTextLabel::fullText);
 }
 
 QPushButton* WorkspacesPage::rowButton(int row, const QString& text) const
 {
-    QLayoutItem* item = m_rows->itemAt(row);
-    if (!item || !item->widget())
-        return nullptr;
-    for (QPushButton* button : item->widget()->findChildren<QPushButton*>()) {
-        if (button->text() == text)
-            return button;
-    }
-    return nullptr;
+    return RowList::button<QPushButton>(m_rows, row, text);
 }
 
 bool WorkspacesPage::showsEmptyState() const
@@ -94,14 +55,7 @@ bool WorkspacesPage::showsEmptyState() const
 
 void WorkspacesPage::rebuild()
 {
-    // A row may be the sender of the click that changed the list, so it goes later.
-    while (QLayoutItem* item = m_rows->takeAt(0)) {
-        if (QWidget* widget = item->widget()) {
-            widget->hide();
-            widget->deleteLater();
-        }
-        delete item;
-    }
+    RowList::clear(m_rows);
     for (const WorkspacePreset& preset : m_productivity.presets())
         m_rows->addWidget(makeRow(preset));
     m_empty->setHidden(!m_productivity.presets().isEmpty());
@@ -128,9 +82,9 @@ QWidget* WorkspacesPage::makeRow(const WorkspacePreset& preset)
     texts->addWidget(items);
     layout->addLayout(texts, 1);
 
-    auto* start = makeButton(WorkspaceTexts::start(), QStringLiteral("primary"));
-    auto* edit = makeButton(WorkspaceTexts::edit(), QString());
-    auto* remove = makeButton(WorkspaceTexts::remove(), QStringLiteral("plain"));
+    auto* start = PageButton::make(WorkspaceTexts::start(), QStringLiteral("primary"));
+    auto* edit = PageButton::make(WorkspaceTexts::edit(), QString());
+    auto* remove = PageButton::make(WorkspaceTexts::remove(), QStringLiteral("plain"));
     // The preset in the editor is already being edited.
     edit->setEnabled(m_productivity.workspaceEditingID() != preset.id);
     for (QPushButton* button : {start, edit, remove})
