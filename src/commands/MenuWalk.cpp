@@ -21,7 +21,7 @@ MenuRead MenuWalk::read(qint64 pid)
     }
     if (result.error == AXError::success && bar.canConvert<AXElement>()) {
         m_deadline = m_clock.uptime() + deadlineSeconds;
-        walk(bar.value<AXElement>(), 0, QString());
+        walk({bar.value<AXElement>()}, 0, QString());
     }
     result.items = std::move(m_items);
     return result;
@@ -32,42 +32,63 @@ bool MenuWalk::outOfTime() const
     return m_clock.uptime() >= m_deadline;
 }
 
-QVariant MenuWalk::attribute(const AXElement& element, const QString& name)
+QList<QVariantMap> MenuWalk::attributes(const AXElementList& elements, const QStringList& names)
 {
-    QVariant value;
-    if (outOfTime())
-        return value;
-    if (m_accessibility.copyAttribute(element, name, value) != AXError::success)
-        value.clear();
-    return value;
+    return m_accessibility.copyAttributes(elements, names, [this] { return outOfTime(); });
 }
 
-void MenuWalk::walk(const AXElement& element, int depth, const QString& topLevelTitle)
+void MenuWalk::walk(const AXElementList& siblings, int depth, const QString& topLevelTitle)
 {
-    if (depth > maxDepth || m_items.size() >= maxItems || outOfTime())
-        return;
-    const QVariant titleValue = attribute(element, QStringLiteral("AXTitle"));
-    const QString title = titleValue.typeId() == QMetaType::QString ? titleValue.toString() : QString();
-    if (depth == 1 && CommandPolicy::isAppleMenu(title))
-        return;
-    const QVariant key = attribute(element, QStringLiteral("AXMenuItemCmdChar"));
-    if (key.typeId() == QMetaType::QString && !key.toString().isEmpty()) {
-        const QVariant modifiers = attribute(element, QStringLiteral("AXMenuItemCmdModifiers"));
-        std::optional<int> bits;
-        if (modifiers.typeId() == QMetaType::Int || modifiers.typeId() == QMetaType::LongLong)
-            bits = modifiers.toInt();
-        const QVariant enabled = attribute(element, QStringLiteral("AXEnabled"));
-        CommandItem item;
-        item.id = QUuid::createUuid();
-        item.name = CommandPolicy::name(topLevelTitle, title);
-        item.keys = CommandPolicy::keys(key.toString(), bits);
-        item.element = element;
-        item.pid = qint32(m_pid);
-        item.enabled = enabled.typeId() == QMetaType::Bool && enabled.toBool();
-        m_items.append(item);
+    const QString titleName = QStringLiteral("AXTitle");
+    const QString keyName = QStringLiteral("AXMenuItemCmdChar");
+    const QString modifiersName = QStringLiteral("AXMenuItemCmdModifiers");
+    const QString enabledName = QStringLiteral("AXEnabled");
+    const QString childrenName = QStringLiteral("AXChildren");
+    for (qsizetype start = 0; start < siblings.size(); start += batchSize) {
+        if (depth > maxDepth || m_items.size() >= maxItems || outOfTime())
+            return;
+        const AXElementList batch = siblings.mid(start, batchSize);
+        const QList<QVariantMap> values =
+            attributes(batch, {titleName, keyName, modifiersName, childrenName});
+        // Only items with a shortcut are listed, so only theirs is asked whether it is enabled.
+        AXElementList keyed;
+        QList<qsizetype> keyedIndex(batch.size(), -1);
+        for (qsizetype i = 0; i < batch.size(); ++i) {
+            const QVariant key = values.at(i).value(keyName);
+            if (key.typeId() == QMetaType::QString && !key.toString().isEmpty()) {
+                keyedIndex[i] = keyed.size();
+                keyed.append(batch.at(i));
+            }
+        }
+        const QList<QVariantMap> states =
+            keyed.isEmpty() ? QList<QVariantMap>() : attributes(keyed, {enabledName});
+        for (qsizetype i = 0; i < batch.size(); ++i) {
+            if (m_items.size() >= maxItems)
+                return;
+            const QVariantMap& value = values.at(i);
+            const QVariant titleValue = value.value(titleName);
+            const QString title =
+                titleValue.typeId() == QMetaType::QString ? titleValue.toString() : QString();
+            if (depth == 1 && CommandPolicy::isAppleMenu(title))
+                continue;
+            if (keyedIndex.at(i) >= 0) {
+                const QVariant modifiers = value.value(modifiersName);
+                std::optional<int> bits;
+                if (modifiers.typeId() == QMetaType::Int || modifiers.typeId() == QMetaType::LongLong)
+                    bits = modifiers.toInt();
+                const QVariant enabled = states.value(keyedIndex.at(i)).value(enabledName);
+                CommandItem item;
+                item.id = QUuid::createUuid();
+                item.name = CommandPolicy::name(topLevelTitle, title);
+                item.keys = CommandPolicy::keys(value.value(keyName).toString(), bits);
+                item.element = batch.at(i);
+                item.pid = qint32(m_pid);
+                item.enabled = enabled.typeId() == QMetaType::Bool && enabled.toBool();
+                m_items.append(item);
+            }
+            const AXElementList children = value.value(childrenName).value<AXElementList>();
+            if (!children.isEmpty())
+                walk(children, depth + 1, depth == 1 ? title : topLevelTitle);
+        }
     }
-    const QVariant children = attribute(element, QStringLiteral("AXChildren"));
-    const QString childTitle = depth == 1 ? title : topLevelTitle;
-    for (const AXElement& child : children.value<AXElementList>())
-        walk(child, depth + 1, childTitle);
 }

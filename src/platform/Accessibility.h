@@ -4,6 +4,9 @@
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <QVariantMap>
+
+#include <functional>
 
 // One element of another application's accessibility tree. Opaque to the rules: the service
 // that owns it, its object path there and the time-out its calls get.
@@ -54,6 +57,24 @@ public:
     virtual AXElement applicationElement(qint64 pid) = 0;
     // Copies an attribute into `value`: text, integer, boolean, an AXElement or an AXElementList.
     virtual int copyAttribute(const AXElement& element, const QString& attribute, QVariant& value) = 0;
+    // Several attributes of several elements: one map per element, in order, without the
+    // attributes that could not be read. Nothing more is read once `stop` answers true. The
+    // default reads one attribute after another; an implementation may overlap its calls.
+    virtual QList<QVariantMap> copyAttributes(const AXElementList& elements, const QStringList& attributes,
+                                              const std::function<bool()>& stop)
+    {
+        QList<QVariantMap> values(elements.size());
+        for (qsizetype i = 0; i < elements.size(); ++i) {
+            for (const QString& attribute : attributes) {
+                if (stop())
+                    return values;
+                QVariant value;
+                if (copyAttribute(elements.at(i), attribute, value) == AXError::success)
+                    values[i].insert(attribute, value);
+            }
+        }
+        return values;
+    }
     // The process that owns the element.
     virtual int processId(const AXElement& element, qint64& pid) = 0;
     // The names of the element's actions ("AXPress" for a press or click).

@@ -172,6 +172,30 @@ private Q_SLOTS:
         QVERIFY(bare.items.isEmpty());
         // An application nobody answers for is an invalid element.
         QCOMPARE(MenuWalk(memory.accessibility, memory.clock).read(999).error, -25202);
+
+        // A long menu is read in several batches: order, a submenu in its place and each item's
+        // own state survive.
+        const QString tools =
+            memory.accessibility.addMenuItem(memory.accessibility.menuBar(330), QStringLiteral("Werkzeuge"));
+        QStringList expected;
+        for (int i = 0; i < 120; ++i) {
+            if (i == MenuWalk::batchSize - 1) {
+                const QString more = memory.accessibility.addMenuItem(tools, QStringLiteral("Mehr"));
+                memory.accessibility.addMenuItem(more, QStringLiteral("Tief"), QStringLiteral("t"), 0);
+                expected.append(QStringLiteral("Werkzeuge › Tief|⌘T"));
+            }
+            if (i % 3 == 0) {
+                memory.accessibility.addMenuItem(tools, QStringLiteral("Ohne %1").arg(i));
+                continue;
+            }
+            memory.accessibility.addMenuItem(tools, QStringLiteral("W %1").arg(i), QStringLiteral("w"), 0,
+                                             i % 5 != 0);
+            expected.append(QStringLiteral("Werkzeuge › W %1|⌘W").arg(i) + (i % 5 != 0 ? "" : "|off"));
+        }
+        QStringList rows;
+        for (const CommandItem& item : MenuWalk(memory.accessibility, memory.clock).read(330).items)
+            rows.append(item.name + QLatin1Char('|') + item.keys + (item.enabled ? "" : "|off"));
+        QCOMPARE(rows, expected);
     }
 
     void theWalkStopsAtItsLimits()

@@ -1,6 +1,7 @@
 #include "DesktopFixtures.h"
 #include "TestSupport.h"
 
+#include "commands/CommandPolicy.h"
 #include "commands/MenuCommands.h"
 #include "commands/MenuWalk.h"
 #include "common/Clock.h"
@@ -38,6 +39,23 @@ bool waitForMenus(LinuxAccessibility& a11y, qint64 pid)
         QTest::qWait(100);
     }
     return false;
+}
+
+AXElementList childrenOf(LinuxAccessibility& a11y, const AXElement& element)
+{
+    QVariant value;
+    a11y.copyAttribute(element, QStringLiteral("AXChildren"), value);
+    return value.value<AXElementList>();
+}
+
+AXElement childTitled(LinuxAccessibility& a11y, const AXElement& element, const QString& title)
+{
+    for (const AXElement& child : childrenOf(a11y, element)) {
+        QVariant value;
+        if (a11y.copyAttribute(child, QStringLiteral("AXTitle"), value) == 0 && value.toString() == title)
+            return child;
+    }
+    return {};
 }
 } // namespace
 
@@ -103,6 +121,55 @@ private Q_SLOTS:
         commands.executeCommand(copy);
         QCOMPARE(commands.commandStatus(),
                  QStringLiteral("Befehl nicht verfügbar. Bitte die Liste erneut laden."));
+    }
+
+    void anItemThatGoesAwayBetweenListingAndReadingIsSkipped()
+    {
+        MenuFixtureProcess fixture;
+        LinuxAccessibility a11y;
+        QVERIFY(waitForMenus(a11y, fixture.pid()));
+        QVariant bar;
+        QCOMPARE(a11y.copyAttribute(a11y.applicationElement(fixture.pid()), QStringLiteral("AXMenuBar"), bar),
+                 0);
+        const AXElement file = childTitled(a11y, bar.value<AXElement>(), QStringLiteral("File"));
+        // Qt puts a menu's items below a popup menu element.
+        const AXElementList popups = childrenOf(a11y, file);
+        QCOMPARE(popups.size(), 1);
+        const AXElementList items = childrenOf(a11y, popups.first());
+        QCOMPARE(items.size(), 4);
+
+        fixture.send("drop Save &As...");
+        QVERIFY(fixture.waitFor("DROPPED", 5000));
+        const QStringList attributes{QStringLiteral("AXTitle"), QStringLiteral("AXMenuItemCmdChar"),
+                                     QStringLiteral("AXMenuItemCmdModifiers"), QStringLiteral("AXChildren"),
+                                     QStringLiteral("AXEnabled")};
+        const QList<QVariantMap> values = a11y.copyAttributes(items, attributes, [] { return false; });
+        QCOMPARE(values.size(), 4);
+        QVERIFY2(values.at(1).isEmpty(), qPrintable(values.at(1).keys().join(u',')));
+        QStringList rows;
+        for (qsizetype i : {0, 2, 3}) {
+            const QVariantMap& value = values.at(i);
+            const QString keys =
+                value.contains(QStringLiteral("AXMenuItemCmdChar"))
+                    ? CommandPolicy::keys(value.value(QStringLiteral("AXMenuItemCmdChar")).toString(),
+                                          value.value(QStringLiteral("AXMenuItemCmdModifiers")).toInt())
+                    : QString();
+            const qsizetype childCount =
+                value.value(QStringLiteral("AXChildren")).value<AXElementList>().size();
+            rows.append(value.value(QStringLiteral("AXTitle")).toString() + u'|' + keys + u'|' +
+                        QString::number(childCount) +
+                        (value.value(QStringLiteral("AXEnabled")).toBool() ? "" : "|off"));
+            // One call at a time gives the same answers.
+            for (const QString& attribute : attributes) {
+                QVariant single;
+                const bool read = a11y.copyAttribute(items.at(i), attribute, single) == 0;
+                QCOMPARE(read, value.contains(attribute));
+                if (read && attribute != u"AXChildren")
+                    QCOMPARE(single, value.value(attribute));
+            }
+        }
+        QCOMPARE(rows, QStringList({QStringLiteral("New|⌘N|0"), QStringLiteral("Open Recent||1"),
+                                    QStringLiteral("Print|⌘P|0|off")}));
     }
 };
 

@@ -66,7 +66,8 @@ private:
 // The fixture application: `--menu-app <extra items>`. Its menus: File (New Ctrl+N, Save As…
 // Ctrl+Shift+S, a submenu, a disabled Print Ctrl+P), Edit (Copy Ctrl+C) and Tools with the extra
 // items (Alt+Shift+digit). With `--tray` it shows a tray icon whose tooltip follows the lines
-// "tip <text>" read on stdin; "quit" ends it. Every triggered action prints "TRIGGERED <text>".
+// "tip <text>" read on stdin; "drop <text>" deletes the menu items of that text; "quit" ends it.
+// Every triggered action prints "TRIGGERED <text>".
 inline int runMenuFixture(int argc, char** argv)
 {
     qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
@@ -127,6 +128,14 @@ inline int runMenuFixture(int argc, char** argv)
         } else if (line.startsWith("tip ") && icon) {
             icon->setToolTip(QString::fromUtf8(line.mid(4)));
             std::printf("TIP %s\n", line.mid(4).constData());
+            std::fflush(stdout);
+        } else if (line.startsWith("drop ")) {
+            const QString text = QString::fromUtf8(line.mid(5));
+            for (QAction* action : window.findChildren<QAction*>()) {
+                if (action->text() == text)
+                    delete action;
+            }
+            std::printf("DROPPED %s\n", line.mid(5).constData());
             std::fflush(stdout);
         }
     });
