@@ -8,6 +8,8 @@
 #include "ForecastSample.h"
 
 #include "settings/Defaults.h"
+#include "settings/PreferenceValues.h"
+#include "settings/Preferences.h"
 #include "weather/WeatherCache.h"
 
 #include <QCoreApplication>
@@ -291,6 +293,40 @@ private Q_SLOTS:
         QCOMPARE(m_server.count("/weatherapi"), before + 1);
         stopProgram();
         m_serviceBusy = false;
+    }
+
+    // The header carries the chosen place and its temperature in every layout, and leads to the
+    // weather page there.
+    void everyLayoutShowsTheWeather_data()
+    {
+        QTest::addColumn<PanelLayout>("layout");
+        for (PanelLayout layout : PanelLayouts::all())
+            QTest::newRow(qPrintable(PanelLayouts::rawValue(layout))) << layout;
+    }
+    void everyLayoutShowsTheWeather()
+    {
+        QFETCH(PanelLayout, layout);
+        {
+            Defaults defaults(QString::fromLatin1(Defaults::standardDomain));
+            PreferenceValues values;
+            values.layout = layout;
+            defaults.setData(QString::fromLatin1(Preferences::storageKey), values.encode());
+        }
+        startProgram();
+        const std::optional<AtspiNode> header = openPanel();
+        QVERIFY(header);
+        QCOMPARE(header->name, QStringLiteral("Berlin"));
+        const auto temperature = label(is(QStringLiteral("21°")));
+        QVERIFY(temperature);
+        // Beside the place, on the same row, whole.
+        QVERIFY(temperature->extents.width() > 0);
+        QVERIFY(temperature->extents.left() >= header->extents.right());
+        QVERIFY(qAbs(temperature->extents.center().y() - header->extents.center().y()) <
+                header->extents.height());
+        clickAt(header->extents.center());
+        QVERIFY(label(is(QStringLiteral("Klar"))));
+        QVERIFY(waitFor(QStringLiteral("text"), is(QStringLiteral("Stadt suchen …"))));
+        stopProgram();
     }
 };
 
