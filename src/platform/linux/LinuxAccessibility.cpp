@@ -541,15 +541,12 @@ QList<QVariantMap> LinuxAccessibility::readOneByOne(const AXElementList& element
                                                     const std::function<bool()>& stop,
                                                     QList<QVariantMap>& values)
 {
-    for (qsizetype i = 0; i < elements.size() && !attributes.isEmpty(); ++i) {
-        for (const QString& attribute : attributes) {
-            if (stop())
-                return values;
-            QVariant value;
-            if (copyAttribute(elements.at(i), attribute, value) == AXError::success)
-                values[i].insert(attribute, value);
-        }
-    }
+    if (attributes.isEmpty())
+        return values;
+    // The attributes no batch knows go through the plain one-by-one reading.
+    const QList<QVariantMap> read = Accessibility::copyAttributes(elements, attributes, stop);
+    for (qsizetype i = 0; i < read.size(); ++i)
+        values[i].insert(read.at(i));
     return values;
 }
 
