@@ -82,8 +82,8 @@ void AppDelegate::launch()
                            [model = m_model.get()] {
                                return model->expanded() || model->captureBusy() || model->introActive();
                            },
-                           m_model->preferences(), m_platform.displays, m_platform.clock,
-                           m_platform.scheduler},
+                           m_model->preferences(), m_platform.displays, m_platform.sessionEvents,
+                           m_platform.clock, m_platform.scheduler},
         *m_coverPanel);
     connect(&m_model->panel(), &PanelState::expandedChanged, m_trackToast.get(),
             [toast = m_trackToast.get(), model = m_model.get()] { toast->panelExpanded(model->expanded()); });

@@ -8,6 +8,7 @@
 #include "media/WingPlacement.h"
 #include "media/WingSurface.h"
 #include "platform/Displays.h"
+#include "platform/SessionEvents.h"
 #include "settings/Preferences.h"
 
 #include <QIcon>
@@ -24,6 +25,7 @@ TrackToast::TrackToast(const Inputs& inputs, WingSurface& surface, QObject* pare
             hide();
     });
     connect(&inputs.displays, &Displays::configurationChanged, this, &TrackToast::hide);
+    connect(&inputs.session, &SessionEvents::willSleep, this, &TrackToast::hide);
 }
 
 TrackToast::~TrackToast()

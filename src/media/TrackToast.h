@@ -15,6 +15,7 @@ class Clock;
 class Displays;
 class NowPlaying;
 class Preferences;
+class SessionEvents;
 class TrackToastSettings;
 class WingSurface;
 
@@ -38,6 +39,8 @@ public:
         std::function<bool()> covered;
         Preferences& preferences;
         Displays& displays;
+        // A sleeping machine wakes to no stale wing.
+        SessionEvents& session;
         Clock& clock;
         Scheduler& scheduler;
     };

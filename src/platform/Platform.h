@@ -25,6 +25,7 @@ class Accessibility;
 class CaptureTool;
 class CameraFeed;
 class Location;
+class SessionEvents;
 
 // The services one run of the application uses. Built in one place (the Linux bundle for the
 // real application, the memory bundle for tests and the self-test) and handed to the stores.
@@ -56,4 +57,5 @@ struct Platform
     CaptureTool& captureTool;
     CameraFeed& cameraFeed;
     Location& location;
+    SessionEvents& sessionEvents;
 };

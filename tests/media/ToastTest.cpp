@@ -10,6 +10,7 @@
 #include "media/widgets/MediaSettings.h"
 #include "media/widgets/MusicCard.h"
 #include "model/PanelState.h"
+#include "platform/SessionEvents.h"
 #include "settings/Preferences.h"
 #include "ui/SegmentedControl.h"
 #include "ui/SymbolButton.h"
@@ -108,7 +109,7 @@ private Q_SLOTS:
             TrackToast::Inputs{
                 media(), model().trackToastSettings(),
                 [this] { return model().expanded() || model().captureBusy() || model().introActive(); },
-                model().preferences(), memory.displays, memory.clock, memory.scheduler},
+                model().preferences(), memory.displays, memory.sessionEvents, memory.clock, memory.scheduler},
             *m_surface);
         // As the application delegate wires it.
         connect(&model().panel(), &PanelState::expandedChanged, m_toast.get(),
@@ -185,6 +186,20 @@ private Q_SLOTS:
         play(QStringLiteral("b"));
         QVERIFY(m_surface->shown);
         play(QStringLiteral("b"), false);
+        QVERIFY(!m_surface->shown);
+    }
+
+    // Sleep takes the wing away at once, mid-slide included; a new screen layout too.
+    void sleepOrNewScreensHideTheWing()
+    {
+        play(QStringLiteral("a"));
+        play(QStringLiteral("b"));
+        QVERIFY(m_surface->shown);
+        Q_EMIT m_fixture->memory.sessionEvents.willSleep();
+        QVERIFY(!m_surface->shown);
+        play(QStringLiteral("c"));
+        QVERIFY(m_surface->shown);
+        m_fixture->memory.displays.change();
         QVERIFY(!m_surface->shown);
     }
 

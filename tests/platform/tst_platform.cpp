@@ -2,6 +2,7 @@
 
 #include "common/SerialQueue.h"
 #include "platform/linux/LinuxPermissions.h"
+#include "platform/linux/LinuxSessionEvents.h"
 #include "platform/linux/LinuxSound.h"
 
 #include <QDBusConnection>
@@ -9,7 +10,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QSemaphore>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -181,7 +184,48 @@ private Q_SLOTS:
         QVERIFY(bus.unregisterService(name));
         QCOMPARE(permissions.automationAccess(spotifyId), AutomationAccess::notRunning);
     }
+
+    // logind's sleep and the screen saver's lock as the desktop sends them; the session bus
+    // plays the system bus here (see main). Waking up and unlocking announce nothing.
+    void sessionEventsComeFromLogindAndTheScreenSaver()
+    {
+        if (!QDBusConnection::sessionBus().isConnected())
+            QSKIP("needs a session bus (scripts/run-tests provides one)");
+        LinuxSessionEvents events;
+        QSignalSpy sleeps(&events, &SessionEvents::willSleep);
+        QSignalSpy locks(&events, &SessionEvents::screenLocked);
+        const auto send = [](const QString& bus, const QString& path, const QString& member, bool value) {
+            QProcess::execute(
+                QStringLiteral("dbus-send"),
+                {bus, QStringLiteral("--type=signal"), path, member,
+                 QStringLiteral("boolean:") + (value ? QStringLiteral("true") : QStringLiteral("false"))});
+        };
+        const QString logind = QStringLiteral("/org/freedesktop/login1");
+        const QString prepare = QStringLiteral("org.freedesktop.login1.Manager.PrepareForSleep");
+        send(QStringLiteral("--system"), logind, prepare, false);
+        send(QStringLiteral("--system"), logind, prepare, true);
+        QTRY_COMPARE(sleeps.size(), 1);
+        for (const QString& path :
+             {QStringLiteral("/org/freedesktop/ScreenSaver"), QStringLiteral("/ScreenSaver")}) {
+            send(QStringLiteral("--session"), path,
+                 QStringLiteral("org.freedesktop.ScreenSaver.ActiveChanged"), false);
+            send(QStringLiteral("--session"), path,
+                 QStringLiteral("org.freedesktop.ScreenSaver.ActiveChanged"), true);
+        }
+        QTRY_COMPARE(locks.size(), 2);
+        QTest::qWait(100);
+        QCOMPARE(sleeps.size(), 1);
+        QCOMPARE(locks.size(), 2);
+    }
 };
 
-QTEST_GUILESS_MAIN(PlatformTest)
+int main(int argc, char** argv)
+{
+    // The session bus stands in for the system bus, so a test may send logind's signals.
+    if (qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS"))
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", qgetenv("DBUS_SESSION_BUS_ADDRESS"));
+    QCoreApplication app(argc, argv);
+    PlatformTest test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_platform.moc"

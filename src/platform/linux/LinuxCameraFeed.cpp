@@ -3,7 +3,6 @@
 #include <QCamera>
 #include <QCameraDevice>
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QElapsedTimer>
 #include <QMediaCaptureSession>
 #include <QMediaDevices>
@@ -42,31 +41,7 @@ QList<QCameraDevice> videoInputs(QObject* mainThreadObject)
 
 } // namespace
 
-LinuxCameraFeed::LinuxCameraFeed(QObject* parent) : CameraFeed(parent)
-{
-    // Either bus may be missing (a bare session, a test): then that signal never comes.
-    QDBusConnection::systemBus().connect(
-        QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"),
-        QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("PrepareForSleep"), this,
-        SLOT(prepareForSleep(bool)));
-    for (const QString& path :
-         {QStringLiteral("/org/freedesktop/ScreenSaver"), QStringLiteral("/ScreenSaver")})
-        QDBusConnection::sessionBus().connect(QString(), path, QStringLiteral("org.freedesktop.ScreenSaver"),
-                                              QStringLiteral("ActiveChanged"), this,
-                                              SLOT(screenSaverActive(bool)));
-}
-
-void LinuxCameraFeed::prepareForSleep(bool sleeping)
-{
-    if (sleeping)
-        Q_EMIT sessionPaused();
-}
-
-void LinuxCameraFeed::screenSaverActive(bool active)
-{
-    if (active)
-        Q_EMIT sessionPaused();
-}
+LinuxCameraFeed::LinuxCameraFeed(QObject* parent) : CameraFeed(parent) {}
 
 LinuxCameraFeed::~LinuxCameraFeed()
 {

@@ -15,8 +15,8 @@ class QVideoSink;
 // The mirror's camera through Qt Multimedia: a QCamera in a QMediaCaptureSession that hands its
 // frames to a QVideoSink. The session objects are made on the first start, on the calling (the
 // mirror's) thread, and taken down again by stop(), which is what switches the camera off.
-// Linux desktops do not ask for camera access: it is always granted. Sleep comes from logind's
-// PrepareForSleep, a locked screen from the freedesktop screen saver's ActiveChanged.
+// Linux desktops do not ask for camera access: it is always granted. Sleep and a locked screen
+// reach it from the session's events, wired by the platform bundle.
 class LinuxCameraFeed final : public CameraFeed
 {
     Q_OBJECT
@@ -31,11 +31,6 @@ public:
     StartResult start(const Device& device) override;
     void stop() override;
     bool running() const override { return m_running; }
-
-private Q_SLOTS:
-    // From logind and the screen saver over D-Bus (which connects by slot name only).
-    void prepareForSleep(bool sleeping);
-    void screenSaverActive(bool active);
 
 private:
     void deliver(const QVideoFrame& frame);

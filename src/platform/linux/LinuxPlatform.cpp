@@ -17,6 +17,7 @@
 #include "platform/linux/LinuxPlayerBridge.h"
 #include "platform/linux/LinuxPointer.h"
 #include "platform/linux/LinuxPowerSources.h"
+#include "platform/linux/LinuxSessionEvents.h"
 #include "platform/linux/LinuxSharing.h"
 #include "platform/linux/LinuxSound.h"
 #include "platform/linux/LinuxStatusBar.h"
@@ -39,8 +40,12 @@ LinuxPlatform::LinuxPlatform()
       m_players(std::make_unique<LinuxPlayerBridge>()),
       m_accessibility(std::make_unique<LinuxAccessibility>()),
       m_captureTool(std::make_unique<LinuxCaptureTool>()), m_cameraFeed(std::make_unique<LinuxCameraFeed>()),
-      m_location(std::make_unique<LinuxLocation>())
-{}
+      m_location(std::make_unique<LinuxLocation>()), m_sessionEvents(std::make_unique<LinuxSessionEvents>())
+{
+    // Sleep and a locked screen switch the camera off, like leaving its page.
+    for (auto moment : {&SessionEvents::willSleep, &SessionEvents::screenLocked})
+        QObject::connect(m_sessionEvents.get(), moment, m_cameraFeed.get(), &CameraFeed::sessionPaused);
+}
 
 LinuxPlatform::~LinuxPlatform() = default;
 
@@ -71,5 +76,6 @@ Platform LinuxPlatform::platform()
         .captureTool = *m_captureTool,
         .cameraFeed = *m_cameraFeed,
         .location = *m_location,
+        .sessionEvents = *m_sessionEvents,
     };
 }

@@ -66,4 +66,5 @@ private:
     std::unique_ptr<CaptureTool> m_captureTool;
     std::unique_ptr<CameraFeed> m_cameraFeed;
     std::unique_ptr<Location> m_location;
+    std::unique_ptr<SessionEvents> m_sessionEvents;
 };

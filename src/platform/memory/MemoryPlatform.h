@@ -3,6 +3,7 @@
 #include "common/Clock.h"
 #include "common/Scheduler.h"
 #include "platform/Platform.h"
+#include "platform/SessionEvents.h"
 #include "platform/memory/MemoryAccessibility.h"
 #include "platform/memory/MemoryCameraFeed.h"
 #include "platform/memory/MemoryCaptureTool.h"
@@ -51,6 +52,7 @@ public:
             .captureTool = captureTool,
             .cameraFeed = cameraFeed,
             .location = location,
+            .sessionEvents = sessionEvents,
         };
     }
 
@@ -79,4 +81,6 @@ public:
     MemoryCaptureTool captureTool;
     MemoryCameraFeed cameraFeed;
     MemoryLocation location;
+    // Tests announce sleep and a locked screen by emitting its signals.
+    SessionEvents sessionEvents;
 };
