@@ -6,29 +6,7 @@
 
 #include <memory>
 
-class Pasteboard;
-class Permissions;
-class Sound;
-class Workspace;
-class Displays;
-class Pointer;
-class HotKeys;
-class KeyMonitor;
-class StatusBar;
-class Dialogs;
-class FileSearch;
-class Sharing;
-class PowerSources;
-class AudioDevices;
-class CameraActivity;
-class LoginItems;
-class SystemSettings;
-class PlayerBridge;
-class Accessibility;
-class CaptureTool;
-class CameraFeed;
-class Location;
-
+// The services are declared in Platform.h.
 // The real services of a Linux desktop session (X11 or XWayland). Needs a QGuiApplication.
 class LinuxPlatform
 {
